@@ -1,0 +1,87 @@
+#include "RsvpLer/lsp/LspIds.h"
+
+#include "RsvpLer/output/RendererV2.h"
+
+#include <algorithm>
+#include <string_view>
+
+// The ids of the LSPs of a tunnel, those without an id first.
+//
+//    LSP IDs: ?, 2, 7                           "lspIds":[2,7]
+
+namespace Rsvp::Cli {
+
+namespace {
+
+void appendLspId(LspIds& lspIds, RsvpLerLspRequestConfigId const& lspRequestConfigId,
+                 Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   if (lspRequestConfigId)
+      lspIds.push_back(getLspIdForLspRequest(lspRequestConfigId, lspRequestStatusCollTable));
+}
+
+} // namespace
+
+Vane::Optional<std::uint16_t>
+getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
+                      Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   if (!lspRequestConfigId || !lspRequestStatusCollTable)
+      return {};
+   auto const statuses = lspRequestStatusCollTable->lspRequestStatusColl(lspRequestConfigId.lspGroupId);
+   auto const status = statuses ? statuses->lspRequestStatus(lspRequestConfigId) : nullptr;
+   return status ? status->lspId : Vane::Optional<std::uint16_t>();
+}
+
+LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
+                          Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                          Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   LspIds lspIds;
+   auto const groups =
+         lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
+   if (!groups)
+      return lspIds;
+   Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const&, Handle<RsvpLerLspGroupStatus> const& group) {
+      appendLspId(lspIds, group->activeLspRequestConfigId, lspRequestStatusCollTable);
+      appendLspId(lspIds, group->pendingLspRequestConfigId, lspRequestStatusCollTable);
+   });
+   return lspIds;
+}
+
+LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
+                               Handle<RsvpLerSubTunnelStatusCollTable> const& subTunnelStatusCollTable,
+                               Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                               Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   LspIds lspIds;
+   auto const subTunnels =
+         subTunnelStatusCollTable ? subTunnelStatusCollTable->subTunnelStatusColl(tunnelSpecId) : nullptr;
+   if (!subTunnels)
+      return lspIds;
+   subTunnels->walk([&](RsvpLerSubTunnelConfigId const&, Handle<RsvpLerSubTunnelStatus> const& subTunnel) {
+      for (auto const& instance : {subTunnel->activeMbbTunnelConfigId, subTunnel->pendingMbbTunnelConfigId}) {
+         LspIds const ofInstance = getLspIdsForTunnel(instance, lspGroupStatusCollTable, lspRequestStatusCollTable);
+         lspIds.insert(lspIds.end(), ofInstance.begin(), ofInstance.end());
+      }
+   });
+   return lspIds;
+}
+
+void renderLspIds(scrivo::RendererV2* renderer, LspIds& lspIds, bool text) {
+   std::sort(lspIds.begin(), lspIds.end());
+   renderer->startJsonList("lspIds");
+   if (text)
+      renderer->addFrill("   LSP IDs:");
+   std::string_view separator = " ";
+   for (auto const& lspId : lspIds) {
+      if (lspId.hasValue())
+         renderer->addJsonKeyValuePair("", lspId.value());
+      if (text && lspId.hasValue())
+         renderer->addText(separator, lspId.value());
+      else if (text)
+         renderer->addText(separator, "?");
+      separator = ", ";
+   }
+   if (text)
+      renderer->eol();
+   renderer->endJsonList();
+}
+
+} // namespace Rsvp::Cli

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "RsvpLer/state/Enumerations.h"
+#include "brindle/String.h"
+#include "fathom/String.h"
+
+#include <compare>
+#include <cstdint>
+#include <iosfwd>
+#include <utility>
+
+// The composite keys. Each extends the one before it by one field, so a record's key leads to every record above it:
+//
+//    RsvpLerTunnelSpecId          name, source      a tunnel
+//    RsvpLerSubTunnelConfigId     + subTunnelId     a sub-tunnel
+//    RsvpLerMbbTunnelConfigId     + epoch           a make-before-break instance
+//    RsvpLerLspGroupId            + groupId         a path alternative: 0 primary (or the tree), 1 secondary
+//    RsvpLerLspRequestConfigId    + configId        one LSP that was asked for
+//
+// They are plain values, cheap to copy (the name is counted). A default key means that there is none. Comparison is
+// field by field in declaration order, numbers by value. Equal keys have equal hashes; hash(seed) covers all fields.
+
+namespace Rsvp {
+
+// What a tunnel, a path specification and a tunnel profile are known by.
+struct NameAndSource {
+   Fathom::String name;
+   RsvpLerTunnelSource source = RsvpLerTunnelSource::unknown;
+
+   NameAndSource() noexcept = default;
+   NameAndSource(Fathom::String name_, RsvpLerTunnelSource source_) noexcept
+         : name(std::move(name_)), source(source_) {}
+
+   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   friend bool operator==(NameAndSource const&, NameAndSource const&) noexcept = default;
+   friend std::strong_ordering operator<=>(NameAndSource const&, NameAndSource const&) noexcept = default;
+};
+
+// Tunnels of one name and different sources are different tunnels. Text form: <name='tun1'>_<source='1'>.
+struct RsvpLerTunnelSpecId : NameAndSource {
+   using NameAndSource::NameAndSource;
+   static bool isEq(RsvpLerTunnelSpecId const& a, RsvpLerTunnelSpecId const& b) noexcept { return a == b; }
+   friend bool operator==(RsvpLerTunnelSpecId const&, RsvpLerTunnelSpecId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerTunnelSpecId const&, RsvpLerTunnelSpecId const&) noexcept = default;
+};
+
+// Text form as that of a tunnel.
+struct RsvpLerPathSpecId : NameAndSource {
+   using NameAndSource::NameAndSource;
+   static bool isEq(RsvpLerPathSpecId const& a, RsvpLerPathSpecId const& b) noexcept { return a == b; }
+   friend bool operator==(RsvpLerPathSpecId const&, RsvpLerPathSpecId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerPathSpecId const&, RsvpLerPathSpecId const&) noexcept = default;
+};
+
+// The profile that a tunnel asks for. No table is keyed by it.
+struct RsvpLerTunnelProfileId : NameAndSource {
+   using NameAndSource::NameAndSource;
+   static bool isEq(RsvpLerTunnelProfileId const& a, RsvpLerTunnelProfileId const& b) noexcept { return a == b; }
+   friend bool operator==(RsvpLerTunnelProfileId const&, RsvpLerTunnelProfileId const&) noexcept = default;
+};
+
+// Text form: <the tunnel's>_<subTunnelId=1>.
+struct RsvpLerSubTunnelConfigId {
+   RsvpLerTunnelSpecId tunnelSpecId;
+   std::uint32_t subTunnelId = 0;
+
+   // The one sub-tunnel that a tunnel runs on while it isn't split; its subTunnelId is 0.
+   static RsvpLerSubTunnelConfigId makeNonSplitSubTunnelConfigId(RsvpLerTunnelSpecId const& tunnelSpecId);
+   // Whether this names a sub-tunnel of a split tunnel.
+   bool isSplit() const noexcept { return subTunnelId != 0; }
+   // The name shown for a sub-tunnel: the decimal subTunnelId.
+   Brindle::String subTunnelName() const;
+
+   static bool isEq(RsvpLerSubTunnelConfigId const& a, RsvpLerSubTunnelConfigId const& b) noexcept { return a == b; }
+   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   friend bool operator==(RsvpLerSubTunnelConfigId const&, RsvpLerSubTunnelConfigId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerSubTunnelConfigId const&,
+                                           RsvpLerSubTunnelConfigId const&) noexcept = default;
+};
+
+// Text form: <the sub-tunnel's>_<epoch=1>.
+struct RsvpLerMbbTunnelConfigId {
+   RsvpLerSubTunnelConfigId subTunnelConfigId;
+   std::uint32_t epoch = 0;
+
+   // Whether any field differs from the default.
+   explicit operator bool() const noexcept;
+
+   static bool isEq(RsvpLerMbbTunnelConfigId const& a, RsvpLerMbbTunnelConfigId const& b) noexcept { return a == b; }
+   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   friend bool operator==(RsvpLerMbbTunnelConfigId const&, RsvpLerMbbTunnelConfigId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerMbbTunnelConfigId const&,
+                                           RsvpLerMbbTunnelConfigId const&) noexcept = default;
+};
+
+// Text form: <the instance's>_<groupId=0>.
+struct RsvpLerLspGroupId {
+   RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
+   std::uint8_t groupId = 0;
+
+   static bool isEq(RsvpLerLspGroupId const& a, RsvpLerLspGroupId const& b) noexcept { return a == b; }
+   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   friend bool operator==(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
+};
+
+// Text form: <the group's>_<configId=1>.
+struct RsvpLerLspRequestConfigId {
+   RsvpLerLspGroupId lspGroupId;
+   std::uint32_t configId = 0;
+
+   // Whether any field differs from the default.
+   explicit operator bool() const noexcept;
+
+   static bool isEq(RsvpLerLspRequestConfigId const& a, RsvpLerLspRequestConfigId const& b) noexcept { return a == b; }
+   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   friend bool operator==(RsvpLerLspRequestConfigId const&, RsvpLerLspRequestConfigId const&) noexcept = default;
+   friend std::strong_ordering operator<=>(RsvpLerLspRequestConfigId const&,
+                                           RsvpLerLspRequestConfigId const&) noexcept = default;
+};
+
+// Each writes the key's text form.
+std::ostream& operator<<(std::ostream& out, RsvpLerTunnelSpecId const& id);
+std::ostream& operator<<(std::ostream& out, RsvpLerPathSpecId const& id);
+std::ostream& operator<<(std::ostream& out, RsvpLerSubTunnelConfigId const& id);
+std::ostream& operator<<(std::ostream& out, RsvpLerMbbTunnelConfigId const& id);
+std::ostream& operator<<(std::ostream& out, RsvpLerLspGroupId const& id);
+std::ostream& operator<<(std::ostream& out, RsvpLerLspRequestConfigId const& id);
+
+} // namespace Rsvp

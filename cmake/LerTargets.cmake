@@ -1,0 +1,35 @@
+# What every target of the project has in common, and one helper for each kind of target.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(ler_options INTERFACE)
+target_include_directories(ler_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform)
+target_compile_options(ler_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+                                             -fno-semantic-interposition -fno-omit-frame-pointer)
+if(LER_SANITIZE)
+   target_compile_options(ler_options INTERFACE -fsanitize=${LER_SANITIZE} -fno-sanitize-recover=all)
+   target_link_options(ler_options INTERFACE -fsanitize=${LER_SANITIZE})
+   # The checks that a sanitizer adds make GCC take the unused part of a variant for something that is read.
+   target_compile_options(ler_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+endif()
+
+find_package(Threads REQUIRED)
+
+# The programs that the tsan preset builds and runs.
+add_custom_target(concurrent_tests)
+
+# ler_test(NAME sources...): one GoogleTest program, each of its tests known to CTest. A program whose name ends in
+# "Concurrent" gets the label that the tsan preset runs.
+function(ler_test NAME)
+   add_executable(${NAME} ${ARGN})
+   target_link_libraries(${NAME} PRIVATE ler_options ler_test_support GTest::gmock GTest::gtest_main)
+   set(labels unit)
+   if(NAME MATCHES "Concurrent$")
+      set(labels concurrent)
+      add_dependencies(concurrent_tests ${NAME})
+   endif()
+   gtest_discover_tests(${NAME} TEST_PREFIX ${NAME}. PROPERTIES LABELS "${labels}" DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,177 @@
+#include "host/CommandLine.h"
+
+#include "host/synth/Synth.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+
+namespace Host {
+
+namespace {
+
+// What the options are read into. A number stays text until the whole line has been read.
+struct Values {
+   ShowTunnelRequest tunnel;
+   ShowStatusRequest status;
+   std::optional<std::string> format;
+   bool json = false;
+   std::optional<std::string> stateFile;
+   std::string tunnels;
+   std::string seed = "0";
+};
+
+// One line, whatever stood on the command line.
+std::string inOneLine(std::string text) {
+   std::replace_if(
+         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, ' ');
+   return text;
+}
+
+[[noreturn]] void failUsage(std::string const& message) {
+   throw UsageError(inOneLine(message) + "; see lershow --help");
+}
+
+Format readFormat(Values const& values) {
+   if (values.format && values.format != "text" && values.format != "json")
+      failUsage("--format takes text or json, not '" + *values.format + "'");
+   if (values.json && values.format == "text")
+      failUsage("--json and --format text exclude each other; give one of them");
+   return values.json || values.format == "json" ? Format::json : Format::text;
+}
+
+// Empty only when none is named.
+std::string readFileName(char const* option, std::optional<std::string> const& name) {
+   if (name && name->empty())
+      failUsage(std::string(option) + " takes the name of a file");
+   return name.value_or("");
+}
+
+std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t highest) {
+   std::uint64_t number = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+   if (error != std::errc() || end != text.data() + text.size() || number > highest)
+      failUsage(option + " takes a whole number from 0 to " + std::to_string(highest) + ", not '" + text + "'");
+   return number;
+}
+
+// The history may be asked for in detail; any other two views exclude each other.
+void checkViews(ShowTunnelRequest const& request) {
+   std::string views;
+   int count = 0;
+   auto const add = [&](bool asked, char const* option) {
+      if (asked)
+         views.append(count++ == 0 ? "" : ", ").append(option);
+   };
+   add(request.summary, "--summary");
+   add(request.lsp, "--lsp");
+   add(request.detail, "--detail");
+   add(request.history, "--history");
+   if (count > 2 || (count == 2 && !(request.detail && request.history)))
+      failUsage("give one view instead of " + views + " (only --detail goes with --history)");
+}
+
+void addOutputOptions(CLI::App& command, Values& values) {
+   command.add_option("--format", values.format, "text (default) or json")->type_name("FORMAT");
+   command.add_flag("--json", values.json, "short for --format json");
+   command
+         .add_option("--state", values.stateFile, "state to show, - for standard input; without it the sample network")
+         ->type_name("FILE");
+}
+
+CLI::App& addTunnel(CLI::App& app, Values& values) {
+   CLI::App& command = *app.add_subcommand("tunnel", "Show tunnels");
+   ShowTunnelRequest& request = values.tunnel;
+   command.add_option("NAME", request.tunnelName, "the tunnel of exactly this name; without it, or empty, all")
+         ->type_name("");
+   command.add_flag("--summary", request.summary, "one line a tunnel");
+   command.add_flag("--lsp", request.lsp, "the LSPs of each tunnel");
+   command.add_flag("--detail", request.detail, "everything about each tunnel; goes with --history too");
+   command.add_flag("--history", request.history, "the events of each tunnel");
+   command.add_flag("--sub-tunnel", request.subTunnel, "split tunnels only, with their sub-tunnels");
+   addOutputOptions(command, values);
+   return command;
+}
+
+CLI::App& addStatus(CLI::App& app, Values& values) {
+   CLI::App& command = *app.add_subcommand("status", "Show the router-wide status");
+   addOutputOptions(command, values);
+   return command;
+}
+
+// A line without one of the words that it has to have, or with another in its place.
+[[noreturn]] void failCommand(std::vector<std::string> const& words, CLI::App const& state) {
+   if (state.parsed())
+      failUsage("state takes sample, synth or check");
+   if (words.empty())
+      failUsage("give a command: tunnel, status or state");
+   failUsage("there is no command '" + words.front() + "', only tunnel, status and state");
+}
+
+std::string inLowerCase(std::string message) {
+   if (message.size() > 1 && message[0] >= 'A' && message[0] <= 'Z' && message[1] >= 'a')
+      message[0] = static_cast<char>(message[0] - 'A' + 'a');
+   return message;
+}
+
+std::vector<std::string> reversed(std::vector<std::string> words) {
+   std::reverse(words.begin(), words.end());
+   return words;
+}
+
+} // namespace
+
+Request parseCommandLine(std::vector<std::string> const& words) {
+   Values values;
+   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file.", "lershow");
+   app.set_help_flag("--help", "Print this and end");
+   app.set_version_flag("--version", "lershow " LER_VERSION);
+   app.require_subcommand(1);
+   CLI::App const& tunnel = addTunnel(app, values);
+   CLI::App const& status = addStatus(app, values);
+   CLI::App& state = *app.add_subcommand("state", "Write or check state files");
+   state.require_subcommand(1);
+   CLI::App const& sample = *state.add_subcommand("sample", "Write the state of the sample network");
+   CLI::App& synth = *state.add_subcommand("synth", "Write a large made-up state");
+   synth.add_option("--tunnels", values.tunnels, "how many tunnels")->required()->type_name("N");
+   synth.add_option("--seed", values.seed, "another number gives another state (0)")->type_name("S");
+   CLI::App& check = *state.add_subcommand("check", "Load a state and say what it holds");
+   check.add_option("FILE", values.stateFile, "- for standard input")->required()->type_name("");
+
+   try {
+      app.parse(reversed(words));
+   } catch (CLI::CallForHelp const&) {
+      return PrintRequest{app.help()};
+   } catch (CLI::CallForVersion const& version) {
+      return PrintRequest{std::string(version.what()) + '\n'};
+   } catch (CLI::RequiredError const& error) {
+      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()))
+         failCommand(words, state);
+      failUsage(error.what());
+   } catch (CLI::ParseError const& error) {
+      failUsage(inLowerCase(error.what()));
+   }
+
+   if (tunnel.parsed()) {
+      values.tunnel.format = readFormat(values);
+      values.tunnel.stateFile = readFileName("--state", values.stateFile);
+      checkViews(values.tunnel);
+      return values.tunnel;
+   }
+   if (status.parsed()) {
+      values.status.format = readFormat(values);
+      values.status.stateFile = readFileName("--state", values.stateFile);
+      return values.status;
+   }
+   if (sample.parsed())
+      return SampleRequest();
+   if (synth.parsed())
+      return SynthRequest{readNumber("--tunnels", values.tunnels, maxSynthTunnels),
+                          readNumber("--seed", values.seed, std::numeric_limits<std::uint64_t>::max())};
+   return CheckRequest{readFileName("FILE", values.stateFile)};
+}
+
+} // namespace Host

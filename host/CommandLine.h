@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+// What a command line asks for. Reading one has no effect but its result.
+
+namespace Host {
+
+// The numbers are those that the show commands' render takes.
+enum class Format : std::uint32_t { text = 1, json = 2 };
+
+// lershow tunnel. At most one of summary, lsp and the pair of detail and history is asked for.
+struct ShowTunnelRequest {
+   std::string tunnelName; // empty: all tunnels
+   bool summary = false;
+   bool lsp = false;
+   bool detail = false;
+   bool history = false;
+   bool subTunnel = false;
+   Format format = Format::text;
+   std::string stateFile; // empty: the sample network; "-": standard input
+};
+
+// lershow status
+struct ShowStatusRequest {
+   Format format = Format::text;
+   std::string stateFile; // as above
+};
+
+// lershow state sample
+struct SampleRequest {};
+
+// lershow state synth
+struct SynthRequest {
+   std::uint64_t tunnels = 0;
+   std::uint64_t seed = 0;
+};
+
+// lershow state check
+struct CheckRequest {
+   std::string stateFile; // "-": standard input
+};
+
+// --help and --version
+struct PrintRequest {
+   std::string text;
+};
+
+using Request =
+      std::variant<ShowTunnelRequest, ShowStatusRequest, SampleRequest, SynthRequest, CheckRequest, PrintRequest>;
+
+// A command line that asks for nothing that there is. what() is one line that says what to do.
+class UsageError : public std::exception {
+public:
+   explicit UsageError(std::string message) : message_(std::move(message)) {}
+   char const* what() const noexcept override { return message_.c_str(); }
+
+private:
+   std::string message_;
+};
+
+// Reads the words behind the name of the program. Throws UsageError.
+Request parseCommandLine(std::vector<std::string> const& words);
+
+} // namespace Host

@@ -1,0 +1,142 @@
+#include "host/CommandLine.h"
+#include "host/CommandModule.h"
+#include "host/ExitStatus.h"
+#include "host/Show.h"
+#include "host/sample/Sample.h"
+#include "host/state/LoadState.h"
+#include "host/state/SourceText.h"
+#include "host/state/StateError.h"
+#include "host/state/StateSummary.h"
+#include "host/synth/Synth.h"
+#include "vane/Interrupt.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <string>
+
+namespace Host {
+
+namespace {
+
+void complain(std::string const& message) {
+   std::fprintf(stderr, "lershow: %s\n", message.c_str());
+}
+
+ExitStatus writeFailed(int error) {
+   complain(std::string("cannot write to standard output: ") + std::strerror(error));
+   return ExitStatus::failed;
+}
+
+// Whether everything that was written to standard output has arrived there. To be called when errno still is what a
+// failed write left.
+ExitStatus flushed() {
+   int const errorBefore = std::ferror(stdout) != 0 ? errno : 0;
+   if (std::fflush(stdout) != 0)
+      return writeFailed(errno);
+   return std::ferror(stdout) != 0 ? writeFailed(errorBefore) : ExitStatus::shown;
+}
+
+ExitStatus print(std::string_view text) {
+   std::fwrite(text.data(), 1, text.size(), stdout);
+   return flushed();
+}
+
+void warnOfMissingTables(std::string const& fileName, RouterState const& state) {
+   std::string names;
+   for (std::string_view const name : missingTables(state))
+      names.append(names.empty() ? "" : ", ").append(name);
+   if (!names.empty())
+      complain(fileName + ": warning: no tunnel can be shown without " + names);
+}
+
+RouterState load(std::string const& fileName) {
+   RouterState state = loadState(fileName, StateText::read(fileName));
+   warnOfMissingTables(shownFileName(fileName), state);
+   return state;
+}
+
+RouterState loadOrSample(std::string const& fileName) {
+   return fileName.empty() ? loadState("sample.json", StateText(sampleState())) : load(fileName);
+}
+
+// From here on the user's interrupt ends the answer and not the process; calls that wait return.
+void catchInterrupt() {
+   struct sigaction action = {};
+   action.sa_handler = [](int) { Vane::Interrupt::request(); };
+   sigemptyset(&action.sa_mask);
+   sigaction(SIGINT, &action, nullptr);
+}
+
+ExitStatus afterShow() {
+   ExitStatus const status = Vane::Interrupt::pending() ? ExitStatus::interrupted : ExitStatus::shown;
+   return status == ExitStatus::shown ? flushed() : status;
+}
+
+ExitStatus run(ShowTunnelRequest const& request) {
+   RouterState const state = loadOrSample(request.stateFile);
+   CommandModule const module;
+   catchInterrupt();
+   showTunnels(request, state, STDOUT_FILENO);
+   return afterShow();
+}
+
+ExitStatus run(ShowStatusRequest const& request) {
+   RouterState const state = loadOrSample(request.stateFile);
+   CommandModule const module;
+   catchInterrupt();
+   showStatus(request, state, STDOUT_FILENO);
+   return afterShow();
+}
+
+ExitStatus run(SampleRequest const&) {
+   return print(sampleState());
+}
+
+ExitStatus run(SynthRequest const& request) {
+   int const error = writeSynth(stdout, {request.tunnels, request.seed});
+   return error == 0 ? ExitStatus::shown : writeFailed(error);
+}
+
+ExitStatus run(CheckRequest const& request) {
+   RouterState const state = load(request.stateFile);
+   return print(shownFileName(request.stateFile) + ": " + summaryText(state) + '\n');
+}
+
+ExitStatus run(PrintRequest const& request) {
+   return print(request.text);
+}
+
+ExitStatus runWords(std::vector<std::string> const& words) {
+   try {
+      Request const request = parseCommandLine(words);
+      // Without it the state file would be opened in its place.
+      if (fcntl(STDOUT_FILENO, F_GETFD) < 0)
+         return writeFailed(errno);
+      return std::visit([](auto const& one) { return run(one); }, request);
+   } catch (UsageError const& error) {
+      complain(error.what());
+      return ExitStatus::usage;
+   } catch (StateError const& error) {
+      complain(error.what());
+   } catch (ModuleError const& error) {
+      complain(error.what());
+   } catch (std::bad_alloc const&) {
+      complain("not enough memory for this state");
+   }
+   return ExitStatus::failed;
+}
+
+} // namespace
+
+} // namespace Host
+
+int main(int argc, char** argv) {
+   std::signal(SIGPIPE, SIG_IGN);
+   return static_cast<int>(Host::runWords({argv + (argc > 0 ? 1 : 0), argv + argc}));
+}

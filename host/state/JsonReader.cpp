@@ -1,0 +1,183 @@
+#include "host/state/JsonReader.h"
+
+#include "host/state/SourceText.h"
+#include "host/state/StateError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <utility>
+
+namespace Host {
+
+namespace {
+
+// Where the string that begins at `first` ends: its closing quote. There is one.
+char const* closingQuote(char const* first) noexcept {
+   while (*first != '"')
+      first += *first == '\\' ? 2 : 1;
+   return first;
+}
+
+// Half of a surrogate pair, which no UTF-8 text holds, got in through an escape.
+bool hasLoneSurrogate(std::string_view text) noexcept {
+   for (std::size_t at = text.find('\xed'); at != std::string_view::npos; at = text.find('\xed', at + 1)) {
+      if (at + 1 < text.size() && static_cast<std::uint8_t>(text[at + 1]) >= 0xa0)
+         return true;
+   }
+   return false;
+}
+
+bool isIdentifier(std::string_view name) noexcept {
+   return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+      return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+   });
+}
+
+} // namespace
+
+JsonReader::JsonReader(std::string_view fileName, simdjson::padded_string_view text)
+      : fileName_(shownFileName(fileName)), text_(text) {
+   if (text_.starts_with("\xef\xbb\xbf"))
+      failAt(text_.data(), "an object", "a byte order mark");
+   switch (parser_.iterate(text).get(document_)) {
+   case simdjson::SUCCESS:
+      return;
+   case simdjson::EMPTY:
+      failAt(text_.data() + text_.size(), "an object", {});
+   case simdjson::MEMALLOC:
+      throw std::bad_alloc();
+   case simdjson::CAPACITY:
+      throw StateError(fileName_ + ": expected less than 4 GiB of text");
+   default:
+      break;
+   }
+   std::optional<TextDefect> const defect = findTextDefect(text_);
+   failAt(text_.data() + (defect ? defect->position : 0), defect ? defect->expected : "a JSON document", {});
+}
+
+simdjson::ondemand::field JsonReader::takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const {
+   simdjson::ondemand::field field;
+   if (std::move(result).get(field) != simdjson::SUCCESS)
+      failHere("the next member or the end of the object");
+   return field;
+}
+
+std::string_view JsonReader::rawKey(simdjson::ondemand::field const& field) const noexcept {
+   char const* const first = field.key().raw();
+   return {first, static_cast<std::size_t>(closingQuote(first) - first)};
+}
+
+std::string_view JsonReader::unescape(std::string_view raw) {
+   if (raw.find('\\') == std::string_view::npos)
+      return raw;
+   // The string may come out as long as it is written, and the parser writes whole blocks.
+   unescaped_.resize(raw.size() + simdjson::SIMDJSON_PADDING);
+   std::uint8_t* end = unescaped_.data();
+   simdjson::ondemand::raw_json_string const string(reinterpret_cast<std::uint8_t const*>(raw.data()));
+   std::string_view result;
+   if (parser_.unescape(string, end).get(result) != simdjson::SUCCESS || hasLoneSurrogate(result))
+      failAt(raw.data() - 1, "a string with valid escapes", {});
+   return result;
+}
+
+char const* JsonReader::start(JsonValue& value) noexcept {
+   return value.raw_json_token().data();
+}
+
+bool JsonReader::isNull(JsonValue& value) {
+   bool null = false;
+   return *start(value) == 'n' && value.is_null().get(null) == simdjson::SUCCESS && null;
+}
+
+bool JsonReader::boolean(JsonValue& value) {
+   bool result = false;
+   if (value.get_bool().get(result) != simdjson::SUCCESS)
+      fail(value, "true or false");
+   return result;
+}
+
+std::uint64_t JsonReader::wholeNumber(JsonValue& value, std::uint64_t highest) {
+   std::uint64_t result = 0;
+   if (!tryWholeNumber(value, highest, result))
+      fail(value, "a whole number from 0 to " + std::to_string(highest));
+   return result;
+}
+
+bool JsonReader::tryWholeNumber(JsonValue& value, std::uint64_t highest, std::uint64_t& number) {
+   return value.get_uint64().get(number) == simdjson::SUCCESS && number <= highest;
+}
+
+double JsonReader::number(JsonValue& value) {
+   double result = 0;
+   if (value.get_double().get(result) != simdjson::SUCCESS || !std::isfinite(result))
+      fail(value, "a finite number");
+   return result;
+}
+
+std::string_view JsonReader::text(JsonValue& value) {
+   simdjson::ondemand::raw_json_string raw;
+   if (value.get_raw_json_string().get(raw) != simdjson::SUCCESS)
+      fail(value, "a string");
+   return unescape({raw.raw(), static_cast<std::size_t>(closingQuote(raw.raw()) - raw.raw())});
+}
+
+void JsonReader::check(simdjson::error_code error) const {
+   switch (error) {
+   case simdjson::SUCCESS:
+      return;
+   case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+      failAt(text_.data() + text_.size(), "a closing brace before the end of the file", {});
+   default:
+      failHere("an object");
+   }
+}
+
+void JsonReader::checkEnd() const {
+   char const* place = nullptr;
+   if (document_.current_location().get(place) == simdjson::SUCCESS)
+      failAt(place, "the end of the file", {});
+}
+
+std::string JsonReader::path() const {
+   std::string result;
+   for (PathStep const& step : path_) {
+      if (step.index != noIndex)
+         result.append("[").append(std::to_string(step.index)).append("]");
+      else if (isIdentifier(step.name))
+         result.append(result.empty() ? "" : ".").append(printable(step.name));
+      else
+         result.append("[\"").append(printable(step.name)).append("\"]");
+   }
+   return result;
+}
+
+void JsonReader::fail(JsonValue& value, std::string_view expected, std::string_view found) const {
+   failAt(start(value), expected, found);
+}
+
+void JsonReader::failName(std::string_view expected) const {
+   failAt(path_.back().name.data() - 1, expected, {});
+}
+
+void JsonReader::failMissing(JsonValue& object, std::string_view member) const {
+   failAt(start(object), "the member " + std::string(member), "an object without it");
+}
+
+void JsonReader::failHere(std::string_view expected) const {
+   char const* place = nullptr;
+   if (document_.current_location().get(place) != simdjson::SUCCESS)
+      place = text_.data() + text_.size();
+   failAt(place, expected, {});
+}
+
+void JsonReader::failAt(char const* place, std::string_view expected, std::string_view found) const {
+   auto const position = static_cast<std::size_t>(place - text_.data());
+   std::string message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
+   if (!path_.empty())
+      message.append(path()).append(": ");
+   message.append("expected ").append(expected).append(", found ");
+   throw StateError(message.append(found.empty() ? describeToken(text_, position) : found));
+}
+
+} // namespace Host

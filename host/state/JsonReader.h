@@ -1,0 +1,157 @@
+#pragma once
+
+#include "fathom/String.h"
+#include "host/state/NameTable.h"
+
+#include <simdjson.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Host {
+
+// A value of the document that has not been read yet. Each is read once.
+using JsonValue = simdjson::ondemand::value;
+
+// Reads one JSON document from its beginning to its end, value by value, without building it. It knows at every moment
+// which member it is in. Whatever is wrong ends in a StateError
+//
+//    net.json:7:31: rsvpLerStatus.tunnelIndexMap[3].tunnelIndex: expected a whole number from 0 to 4294967295, found
+//    "x"
+//
+// after which the reader is of no more use. Nothing recurses that the caller doesn't, so a document can nest as deeply
+// as it likes. For one thread.
+class JsonReader {
+public:
+   // The text and its padding have to outlive the reader. `fileName` is only for messages. Throws StateError for what
+   // can't be any JSON document.
+   JsonReader(std::string_view fileName, simdjson::padded_string_view text);
+   JsonReader(JsonReader const&) = delete;
+   JsonReader& operator=(JsonReader const&) = delete;
+
+   // Calls body(name, value) for each member of the document, which has to be one object and nothing behind it. The
+   // name is good until the next text is read.
+   template<class Body>
+   void forEachDocumentMember(Body&& body) {
+      simdjson::ondemand::object object;
+      check(document_.get_object().get(object));
+      walkMembers(object, body);
+      checkEnd();
+   }
+   // The same for a value that has to be an object.
+   template<class Body>
+   void forEachMember(JsonValue& value, Body&& body) {
+      simdjson::ondemand::object object;
+      if (value.get_object().get(object) != simdjson::SUCCESS)
+         fail(value, "an object");
+      walkMembers(object, body);
+   }
+   // Calls body(value) for each element of a value that has to be an array.
+   template<class Body>
+   void forEachElement(JsonValue& value, Body&& body) {
+      simdjson::ondemand::array array;
+      if (value.get_array().get(array) != simdjson::SUCCESS)
+         fail(value, "an array");
+      std::size_t index = 0;
+      for (simdjson::simdjson_result<JsonValue> element : array) {
+         JsonValue item;
+         if (std::move(element).get(item) != simdjson::SUCCESS)
+            failHere("the next element or the end of the array");
+         Step const step(*this, {{}, index++});
+         body(item);
+      }
+   }
+   // forEachMember with a look ahead: calls look(value) first, for the first member of this name, wherever it stands;
+   // it isn't called when there is none. `body` then gets every member, that one too.
+   template<class Look, class Body>
+   void forEachMemberKnowing(std::string_view name, JsonValue& value, Look&& look, Body&& body) {
+      simdjson::ondemand::object object;
+      if (value.get_object().get(object) != simdjson::SUCCESS)
+         fail(value, "an object");
+      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+         simdjson::ondemand::field field = takeField(result);
+         std::string_view const raw = rawKey(field);
+         if (unescape(raw) == name) {
+            Step const step(*this, {raw, noIndex});
+            look(field.value());
+            break;
+         }
+      }
+      check(object.reset().error());
+      walkMembers(object, body);
+   }
+
+   // True, and the value is read, when it is null.
+   bool isNull(JsonValue& value);
+   bool boolean(JsonValue& value);
+   // A number without a fraction or exponent, from 0 to `highest`.
+   std::uint64_t wholeNumber(JsonValue& value, std::uint64_t highest);
+   // The same as a question: false when it is anything else.
+   bool tryWholeNumber(JsonValue& value, std::uint64_t highest, std::uint64_t& number);
+   // Any finite number.
+   double number(JsonValue& value);
+   // Whether the value is a string; it is not read by this.
+   bool isText(JsonValue& value) const noexcept { return *start(value) == '"'; }
+   // A string, good until the next one is read.
+   std::string_view text(JsonValue& value);
+   // A string, as the one name of this text among all that are read.
+   Fathom::String name(JsonValue& value) { return names_.name(text(value)); }
+
+   // Throw a StateError that names the place, the path and what was expected there. The first is about a value, which
+   // may have been read, and says what was found too unless `found` says it; the second about the name of the member
+   // that the reader is in; the third about a member that an object lacks.
+   [[noreturn]] void fail(JsonValue& value, std::string_view expected, std::string_view found = {}) const;
+   [[noreturn]] void failName(std::string_view expected) const;
+   [[noreturn]] void failMissing(JsonValue& object, std::string_view member) const;
+
+private:
+   static constexpr std::size_t noIndex = static_cast<std::size_t>(-1);
+
+   // One step of the path: a member, by its name as it stands between the quotes, or an element, by its index.
+   struct PathStep {
+      std::string_view name;
+      std::size_t index;
+   };
+   struct Step {
+      Step(JsonReader& reader, PathStep step) : path(reader.path_) { path.push_back(step); }
+      Step(Step const&) = delete;
+      Step& operator=(Step const&) = delete;
+      ~Step() { path.pop_back(); }
+      std::vector<PathStep>& path;
+   };
+
+   template<class Body>
+   void walkMembers(simdjson::ondemand::object& object, Body& body) {
+      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+         simdjson::ondemand::field field = takeField(result);
+         std::string_view const raw = rawKey(field);
+         Step const step(*this, {raw, noIndex});
+         body(unescape(raw), field.value());
+      }
+   }
+
+   simdjson::ondemand::field takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const;
+   std::string_view rawKey(simdjson::ondemand::field const& field) const noexcept;
+   // The text that stands escaped between two quotes; good until the next call.
+   std::string_view unescape(std::string_view raw);
+   static char const* start(JsonValue& value) noexcept;
+
+   void check(simdjson::error_code error) const;
+   void checkEnd() const;
+   std::string path() const;
+   [[noreturn]] void failHere(std::string_view expected) const;
+   [[noreturn]] void failAt(char const* place, std::string_view expected, std::string_view found) const;
+
+   std::string fileName_;
+   std::string_view text_;
+   simdjson::ondemand::parser parser_;
+   mutable simdjson::ondemand::document document_;
+   NameTable names_;
+   std::vector<PathStep> path_;
+   std::vector<std::uint8_t> unescaped_; // the last string that had an escape
+};
+
+} // namespace Host

@@ -1,0 +1,68 @@
+#include "lattice/Address.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <charconv>
+
+namespace Lattice {
+
+namespace {
+
+// Copies as much of the text as fits, always terminated, and gives back the whole length.
+std::size_t copyBounded(std::string_view text, char* buffer, std::size_t size) noexcept {
+   if (size != 0) {
+      std::size_t const length = std::min(text.size(), size - 1);
+      std::memcpy(buffer, text.data(), length);
+      buffer[length] = '\0';
+   }
+   return text.size();
+}
+
+} // namespace
+
+std::size_t printIpAddr(IpAddr const& address, char* buffer, std::size_t size) noexcept {
+   char text[16];
+   char* end = text;
+   for (std::uint8_t octet : address.octets()) {
+      if (end != text)
+         *end++ = '.';
+      end = std::to_chars(end, text + sizeof text, octet).ptr;
+   }
+   return copyBounded({text, end}, buffer, size);
+}
+
+std::size_t Ip6Addr::printToBuffer(char* buffer, std::size_t size) const noexcept {
+   char text[INET6_ADDRSTRLEN];
+   // Sixteen bytes and room for the longest text: inet_ntop has no reason to fail.
+   BRINDLE_ASSERT(inet_ntop(AF_INET6, bytes_.data(), text, sizeof text) != nullptr);
+   return copyBounded(text, buffer, size);
+}
+
+std::size_t IpGenAddr::printToBuffer(char* buffer, std::size_t size) const noexcept {
+   return isV4() ? printIpAddr(v4Addr(), buffer, size) : v6Addr().printToBuffer(buffer, size);
+}
+
+Brindle::String IpGenAddr::stringValue() const {
+   char text[textSize];
+   return {text, printToBuffer(text, sizeof text)};
+}
+
+std::optional<IpGenAddr> IpGenAddr::parse(std::string_view text) noexcept {
+   if (text.empty())
+      return IpGenAddr();
+   char terminated[textSize];
+   if (text.size() >= sizeof terminated || text.find('\0') != std::string_view::npos)
+      return std::nullopt;
+   std::memcpy(terminated, text.data(), text.size());
+   terminated[text.size()] = '\0';
+   std::array<std::uint8_t, 4> octets;
+   if (inet_pton(AF_INET, terminated, octets.data()) == 1)
+      return IpGenAddr(IpAddr(octets));
+   std::array<std::uint8_t, 16> bytes;
+   if (inet_pton(AF_INET6, terminated, bytes.data()) == 1)
+      return IpGenAddr(Ip6Addr(bytes));
+   return std::nullopt;
+}
+
+} // namespace Lattice

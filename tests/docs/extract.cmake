@@ -1,0 +1,11 @@
+# cmake -D document=FILE -D output=FILE -P extract.cmake: the one C++ block of a document as a source file.
+file(READ "${document}" text)
+string(FIND "${text}" "```cpp\n" begin)
+if(begin EQUAL -1)
+   message(FATAL_ERROR "${document} has no C++ block")
+endif()
+math(EXPR begin "${begin} + 7")
+string(SUBSTRING "${text}" ${begin} -1 text)
+string(FIND "${text}" "```\n" end)
+string(SUBSTRING "${text}" 0 ${end} text)
+file(WRITE "${output}" "${text}")

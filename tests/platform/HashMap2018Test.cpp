@@ -1,0 +1,351 @@
+#include "vane/HashMap2018.h"
+
+#include "tests/support/CountedRecord.h"
+#include "tests/support/Random.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Tests::countedRecord;
+using Tests::CountedRecord;
+
+// A composite key whose hash takes few values, so that different keys meet in the table.
+struct CrowdedKey {
+   std::uint32_t number = 0;
+   std::uint32_t hash(std::uint32_t seed) const noexcept { return seed + number % 3; }
+   static bool isEq(CrowdedKey const& a, CrowdedKey const& b) noexcept { return a.number == b.number; }
+};
+
+// A key whose mixed hash is 0, which no cell can keep.
+struct ZeroHashKey {
+   std::uint32_t number = 0;
+   std::uint32_t hash(std::uint32_t) const noexcept { return 0; }
+   friend bool operator==(ZeroHashKey, ZeroHashKey) noexcept = default;
+};
+
+template<class Key>
+struct Make {
+   static Key key(std::uint32_t number) { return Key{number}; }
+   static std::uint32_t number(Key const& key) {
+      if constexpr (requires { key.number; })
+         return key.number;
+      else
+         return static_cast<std::uint32_t>(key);
+   }
+};
+
+using Model = std::map<std::uint32_t, std::uint64_t>;
+
+template<class Key>
+Model contentOf(Vane::HashMap2018<Key, std::uint64_t> const& map) {
+   Model content;
+   map.walk([&content](Key const& key, std::uint64_t value) {
+      EXPECT_TRUE(content.emplace(Make<Key>::number(key), value).second) << "shown twice";
+   });
+   return content;
+}
+
+template<class Key>
+class HashMap : public testing::Test {
+public:
+   using Map = Vane::HashMap2018<Key, std::uint64_t>;
+   using K = Make<Key>;
+
+   static void expectSame(Map const& map, Model const& model, std::uint32_t keys) {
+      ASSERT_EQ(map.size(), model.size());
+      ASSERT_EQ(contentOf(map), model);
+      for (std::uint32_t number = 0; number < keys; ++number) {
+         auto const at = model.find(number);
+         std::uint64_t out = 77;
+         ASSERT_EQ(map.contains(K::key(number)), at != model.end());
+         ASSERT_EQ(map.find(K::key(number)), at != model.end() ? at->second : 0);
+         ASSERT_EQ(map.find(K::key(number), out), at != model.end());
+         ASSERT_EQ(out, at != model.end() ? at->second : 77);
+      }
+   }
+
+   // One random operation on both.
+   static void change(Map& map, Model& model, Tests::Random& random, std::uint32_t keys, std::uint64_t value) {
+      std::uint32_t const number = random.below(keys);
+      std::uint32_t const what = random.below(1000);
+      if (what < 500) {
+         ASSERT_EQ(map.set(K::key(number), value), !model.contains(number));
+         model[number] = value;
+      } else if (what < 990) {
+         ASSERT_EQ(map.erase(K::key(number)), model.erase(number) == 1);
+      } else if (what < 995) {
+         map.clear();
+         model.clear();
+      } else {
+         map.reserve(random.below(2 * keys));
+      }
+   }
+};
+
+using Keys = testing::Types<std::uint32_t, std::uint64_t, CrowdedKey, ZeroHashKey>;
+TYPED_TEST_SUITE(HashMap, Keys);
+
+TYPED_TEST(HashMap, DoesWhatAModelDoes) {
+   for (std::uint32_t const keys : {1u, 2u, 3u, 5u, 40u, 300u}) {
+      for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+         Tests::Random random(seed);
+         typename TestFixture::Map map;
+         Model model;
+         for (std::uint64_t step = 1; step <= 1000; ++step) {
+            TestFixture::change(map, model, random, keys, step);
+            if (step % 16 == 0)
+               TestFixture::expectSame(map, model, keys);
+            if (this->HasFatalFailure())
+               return;
+         }
+      }
+   }
+}
+
+// Each body makes some random changes. Whatever they are: what is shown is there, with its value of that moment;
+// nothing is shown twice; and what stayed from the beginning to the end is shown.
+TYPED_TEST(HashMap, AWalkSurvivesChangesFromInside) {
+   for (std::uint32_t const keys : {1u, 2u, 4u, 5u, 12u, 100u}) {
+      for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+         Tests::Random random(seed);
+         typename TestFixture::Map map;
+         Model model;
+         for (std::uint32_t number = 0; number < keys; ++number) {
+            map.set(TestFixture::K::key(number), number + 1);
+            model[number] = number + 1;
+         }
+         std::set<std::uint32_t> stayed;
+         for (auto const& [number, value] : model)
+            stayed.insert(number);
+         std::set<std::uint32_t> shown;
+         map.walk([&](TypeParam const& key, std::uint64_t const& value) {
+            std::uint32_t const number = TestFixture::K::number(key);
+            ASSERT_TRUE(shown.insert(number).second) << "shown twice: " << number;
+            ASSERT_TRUE(model.contains(number)) << "gone: " << number;
+            ASSERT_EQ(value, model[number]);
+            std::uint64_t const before = value;
+            for (std::uint32_t i = random.below(6); i > 0; --i) {
+               TestFixture::change(map, model, random, 2 * keys, 1000 * i + seed);
+               std::erase_if(stayed, [&](std::uint32_t each) { return !model.contains(each); });
+            }
+            Vane::collectRetired();
+            ASSERT_EQ(value, before) << "the walk's pin keeps what it shows";
+         });
+         if (this->HasFatalFailure())
+            return;
+         for (std::uint32_t const number : stayed)
+            ASSERT_TRUE(shown.contains(number)) << number;
+         TestFixture::expectSame(map, model, 2 * keys);
+      }
+   }
+}
+
+constexpr std::uint32_t insertedLater = 1000;
+
+void insertMany(Vane::HashMap2018<std::uint32_t, std::uint64_t>& map) {
+   for (std::uint32_t key = insertedLater; key < insertedLater + 400; ++key)
+      map.set(key, key);
+}
+
+struct WalkCase {
+   char const* name;
+   // Called in the body of the first element, with the keys in the order of the walk.
+   std::function<void(Vane::HashMap2018<std::uint32_t, std::uint64_t>&, std::vector<std::uint32_t> const&)> change;
+   // Positions of the keys that are shown, in order; the last ones in `rest` follow when it is true.
+   std::vector<std::size_t> shown;
+   bool rest;
+};
+
+class HashMapWalk : public testing::TestWithParam<WalkCase> {};
+
+TEST_P(HashMapWalk, ChangedInTheFirstBody) {
+   for (std::uint32_t const size : {3u, 4u, 5u, 20u, 90u}) {
+      Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+      for (std::uint32_t key = 0; key < size; ++key)
+         map.set(key, key);
+      std::vector<std::uint32_t> order;
+      map.walk([&order](std::uint32_t key, std::uint64_t) { order.push_back(key); });
+      ASSERT_EQ(order.size(), size);
+
+      std::vector<std::uint32_t> expected;
+      for (std::size_t const position : GetParam().shown)
+         expected.push_back(order[position]);
+      if (GetParam().rest)
+         expected.insert(expected.end(), order.begin() + 3, order.end());
+      std::vector<std::uint32_t> shown;
+      map.walk([&](std::uint32_t key, std::uint64_t) {
+         if (key >= insertedLater) // may be shown or not
+            return;
+         shown.push_back(key);
+         if (shown.size() == 1)
+            GetParam().change(map, order);
+      });
+      EXPECT_EQ(shown, expected) << size;
+   }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+      All, HashMapWalk,
+      testing::Values(WalkCase{"Nothing", [](auto&, auto&) {}, {0, 1, 2}, true},
+                      WalkCase{"CurrentErased", [](auto& map, auto& order) { map.erase(order[0]); }, {0, 1, 2}, true},
+                      WalkCase{"NextErased", [](auto& map, auto& order) { map.erase(order[1]); }, {0, 2}, true},
+                      WalkCase{"CurrentErasedAndInserted",
+                               [](auto& map, auto& order) {
+                                  map.erase(order[0]);
+                                  map.set(order[0], 9);
+                               },
+                               {0, 1, 2},
+                               true},
+                      WalkCase{"NextErasedAndInserted",
+                               [](auto& map, auto& order) {
+                                  map.erase(order[1]);
+                                  map.set(order[1], 9);
+                               },
+                               {0, 1, 2},
+                               true},
+                      WalkCase{"Grown", [](auto& map, auto&) { insertMany(map); }, {0, 1, 2}, true},
+                      WalkCase{"GrownAndNextErased",
+                               [](auto& map, auto& order) {
+                                  insertMany(map);
+                                  map.erase(order[1]);
+                               },
+                               {0, 2},
+                               true},
+                      WalkCase{"NextErasedAndGrown",
+                               [](auto& map, auto& order) {
+                                  map.erase(order[1]);
+                                  insertMany(map);
+                               },
+                               {0, 2},
+                               true},
+                      WalkCase{"CurrentErasedGrownAndInserted",
+                               [](auto& map, auto& order) {
+                                  map.erase(order[0]);
+                                  insertMany(map);
+                                  map.set(order[0], 9);
+                               },
+                               {0, 1, 2},
+                               true},
+                      WalkCase{"Cleared", [](auto& map, auto&) { map.clear(); }, {0}, false},
+                      WalkCase{"ClearedAndNextInserted",
+                               [](auto& map, auto& order) {
+                                  map.clear();
+                                  map.set(order[1], 9);
+                               },
+                               {0, 1},
+                               false}),
+      [](auto const& test) { return std::string(test.param.name); });
+
+TEST(HashMap2018, AReplacedValueIsShownAsItIsNow) {
+   Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+   map.set(1, 10);
+   map.set(2, 20);
+   std::vector<std::uint64_t> shown;
+   map.walk([&](std::uint32_t key, std::uint64_t value) {
+      if (key >= insertedLater)
+         return;
+      shown.push_back(value);
+      insertMany(map);
+      map.set(3 - key, 30);
+   });
+   ASSERT_EQ(shown.size(), 2u);
+   EXPECT_EQ(shown[1], 30u);
+}
+
+TEST(HashMap2018, ABodyMayEndTheWalk) {
+   Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+   for (std::uint32_t key = 0; key < 10; ++key)
+      map.set(key, key);
+   int calls = 0;
+   map.walk([&calls](std::uint32_t, std::uint64_t) { return ++calls < 4; });
+   EXPECT_EQ(calls, 4);
+}
+
+TEST(HashMap2018, AnEmptyMapShowsNothing) {
+   Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+   EXPECT_TRUE(map.begin() == map.end());
+   EXPECT_TRUE(map.empty());
+   EXPECT_FALSE(map.erase(1));
+   map.clear();
+   EXPECT_EQ(map.find(1), 0u);
+}
+
+TEST(HashMap2018, InspectReadsInPlace) {
+   Vane::HashMap2018<std::uint32_t, std::string> map;
+   map.set(1, "one");
+   std::string read;
+   EXPECT_TRUE(map.inspect(1, [&read](std::string const& value) { read = value; }));
+   EXPECT_FALSE(map.inspect(2, [&read](std::string const&) { read = "absent"; }));
+   EXPECT_EQ(read, "one");
+}
+
+TEST(HashMap2018, KeysThatDifferInHighBitsOnlyDontCrowd) {
+   // The low bits choose the cell: keys with equal low bits must still spread.
+   for (int const shift : {0, 8, 16, 24, 32, 48}) {
+      std::set<std::uint32_t> places;
+      for (std::uint64_t key = 0; key < 256; ++key)
+         places.insert(Vane::hashOf(key << shift) & 1023);
+      EXPECT_GT(places.size(), 180u) << shift;
+   }
+}
+
+TEST(HashMap2018, DropsEachUseOfARecordOnce) {
+   Vane::collectRetired();
+   ASSERT_EQ(CountedRecord::alive(), 0);
+   {
+      Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+      for (std::uint32_t key = 0; key < 100; ++key)
+         map.set(key, countedRecord(key));
+      EXPECT_EQ(CountedRecord::alive(), 100);
+      for (std::uint32_t key = 0; key < 50; ++key)
+         map.erase(key);
+      map.set(99, countedRecord(99, 1));
+      Vane::collectRetired();
+      EXPECT_EQ(CountedRecord::alive(), 50);
+      Tests::CountedPtr const kept = map.find(70);
+      EXPECT_EQ(kept->userCount(), 2u);
+      map.clear();
+      Vane::collectRetired();
+      EXPECT_EQ(CountedRecord::alive(), 1);
+      EXPECT_TRUE(kept->isWhole(70));
+      for (std::uint32_t key = 0; key < 30; ++key)
+         map.set(key, countedRecord(key));
+   }
+   Vane::collectRetired();
+   EXPECT_EQ(CountedRecord::alive(), 0);
+}
+
+TEST(HashMap2018, ALookupOfAnAbsentKeyGivesAnEmptyHandle) {
+   Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+   map.set(1, countedRecord(1));
+   EXPECT_EQ(map.find(2), nullptr);
+   map.erase(1);
+   EXPECT_EQ(map.find(1), nullptr);
+}
+
+TEST(HashMap2018DeathTest, AnIteratorAssertsAtTheEnd) {
+   Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+   map.set(1, 1);
+   auto const runPast = [&map] {
+      auto at = map.begin();
+      ++at;
+      ++at;
+   };
+   auto const follow = [&map] {
+      auto at = map.begin();
+      ++at;
+      static_cast<void>(*at);
+   };
+   EXPECT_DEATH(runPast(), "assertion failed: iter_\n");
+   EXPECT_DEATH(follow(), "assertion failed: iter_\n");
+}
+
+} // namespace

@@ -1,0 +1,359 @@
+#include "fathom/ValueMap.h"
+#include "tests/support/Contention.h"
+#include "tests/support/CountedRecord.h"
+#include "tests/support/Random.h"
+#include "vane/HashMap2018.h"
+#include "vane/OrderedColl.h"
+#include "vane/Slot.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <thread>
+
+// Each container under a writer that never rests and readers that hold what they see against what must be so.
+
+namespace {
+
+using Tests::CountedPtr;
+using Tests::countedRecord;
+using Tests::CountedRecord;
+
+using Tests::contend;
+using Tests::Generations;
+using Tests::keys;
+using Tests::Round;
+using Tests::stays;
+using Tests::Verdict;
+
+class TablesConcurrent : public testing::Test {
+protected:
+   void SetUp() override {
+      Vane::collectRetired();
+      ASSERT_EQ(CountedRecord::alive(), 0);
+   }
+   // Every container of the test has been destroyed.
+   void TearDown() override {
+      Vane::collectRetired();
+      EXPECT_EQ(CountedRecord::alive(), 0);
+      EXPECT_EQ(Vane::retiredCount(), 0u);
+   }
+   Verdict verdict_;
+};
+
+TEST_F(TablesConcurrent, Slot) {
+   Vane::Slot<CountedRecord const> slot(countedRecord(2, 0));
+   std::uint64_t generation = 0;
+   contend(
+         verdict_, [&](Tests::Random&) { slot.set(countedRecord(2, ++generation)); },
+         [&] {
+            return [&, seen = Generations(verdict_)](Tests::Random&) mutable {
+               for (int i = 0; i < 20; ++i)
+                  seen.see(2, slot.get());
+            };
+         });
+}
+
+// One round of a writer on a hash map or an ordered collection.
+template<class Coll>
+void change(Coll& coll, Tests::Random& random, std::uint64_t generation) {
+   std::uint32_t const key = random.below(keys);
+   if (stays(key) || random.below(2) == 0)
+      coll.set(key, countedRecord(key, generation));
+   else
+      coll.erase(key);
+}
+
+template<class Coll>
+void fill(Coll& coll) {
+   for (std::uint32_t key = 0; key < keys; key += 2)
+      coll.set(key, countedRecord(key));
+}
+
+template<class Coll>
+void lookUp(Coll const& coll, Tests::Random& random, Generations& seen, Verdict& verdict) {
+   for (int i = 0; i < 20; ++i) {
+      std::uint32_t const key = random.below(keys);
+      CountedPtr const record = coll.find(key);
+      verdict.require(record || !stays(key), "a key that stays wasn't found");
+      if (record)
+         seen.see(key, record);
+   }
+}
+
+// What a walk has shown so far.
+class Shown {
+public:
+   explicit Shown(Verdict& verdict) : verdict_(verdict) {}
+   void show(std::uint32_t key) {
+      verdict_.require(!shown_[key], "a key was shown twice");
+      shown_[key] = true;
+   }
+   void end() {
+      for (std::uint32_t key = 0; key < keys; key += 2)
+         verdict_.require(shown_[key], "a key that stays wasn't shown");
+   }
+
+private:
+   Verdict& verdict_;
+   std::array<bool, keys> shown_{};
+};
+
+using HashMap = Vane::HashMap2018<std::uint32_t, CountedPtr>;
+
+Round hashMapReader(HashMap const& map, Verdict& verdict) {
+   return [&, seen = Generations(verdict)](Tests::Random& random) mutable {
+      if (random.below(8) != 0)
+         return lookUp(map, random, seen, verdict);
+      Shown shown(verdict);
+      map.walk([&](std::uint32_t key, CountedPtr const& record) {
+         shown.show(key);
+         seen.see(key, record);
+      });
+      shown.end();
+   };
+}
+
+TEST_F(TablesConcurrent, HashMap2018) {
+   HashMap map;
+   fill(map);
+   std::uint64_t generation = 0;
+   contend(
+         verdict_, [&](Tests::Random& random) { change(map, random, ++generation); },
+         [&] { return hashMapReader(map, verdict_); });
+}
+
+// The array moves at nearly every change.
+TEST_F(TablesConcurrent, HashMap2018ThatKeepsMoving) {
+   HashMap map;
+   fill(map);
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            change(map, random, ++generation);
+            map.reserve(random.below(2000));
+            for (std::uint32_t key = 1; key < keys; key += 2)
+               map.erase(key);
+         },
+         [&] { return hashMapReader(map, verdict_); });
+}
+
+TEST_F(TablesConcurrent, HashMap2018ThatIsCleared) {
+   HashMap map;
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            change(map, random, ++generation);
+            if (random.below(64) == 0)
+               map.clear();
+         },
+         [&] {
+            return [&](Tests::Random& random) {
+               std::uint32_t const key = random.below(keys);
+               if (CountedPtr const record = map.find(key))
+                  verdict_.require(record->isWhole(key), "a record isn't whole");
+               Shown shown(verdict_);
+               map.walk([&](std::uint32_t each, CountedPtr const& record) {
+                  shown.show(each);
+                  verdict_.require(record->isWhole(each), "a record isn't whole");
+               });
+            };
+         });
+}
+
+using OrderedColl = Vane::OrderedColl<std::uint32_t, CountedPtr>;
+
+void walkInOrder(OrderedColl const& coll, Generations& seen, Verdict& verdict) {
+   Shown shown(verdict);
+   std::int64_t last = -1;
+   Vane::orderedWalk(coll, [&](std::uint32_t key, CountedPtr const& record) {
+      verdict.require(last < std::int64_t(key), "a walk went back");
+      last = key;
+      shown.show(key);
+      seen.see(key, record);
+   });
+   shown.end();
+}
+
+void askAfter(OrderedColl const& coll, Tests::Random& random, Generations& seen, Verdict& verdict) {
+   std::uint32_t const key = random.below(keys);
+   auto const item = coll.after(key);
+   std::uint32_t const stayer = key + 2 - key % 2;
+   verdict.require(stayer >= keys || item, "a key that stays wasn't found above another");
+   if (!item)
+      return;
+   verdict.require(item->key > key && item->key <= stayer, "not the smallest key above another");
+   seen.see(item->key, item->value);
+}
+
+Round orderedReader(OrderedColl const& coll, Verdict& verdict) {
+   return [&, seen = Generations(verdict)](Tests::Random& random) mutable {
+      switch (random.below(8)) {
+      case 0:
+         walkInOrder(coll, seen, verdict);
+         break;
+      case 1:
+         askAfter(coll, random, seen, verdict);
+         break;
+      default:
+         lookUp(coll, random, seen, verdict);
+      }
+   };
+}
+
+TEST_F(TablesConcurrent, OrderedColl) {
+   OrderedColl coll;
+   fill(coll);
+   std::uint64_t generation = 0;
+   contend(
+         verdict_, [&](Tests::Random& random) { change(coll, random, ++generation); },
+         [&] { return orderedReader(coll, verdict_); });
+}
+
+// As a command does it: one pin around many reads.
+TEST_F(TablesConcurrent, OrderedCollUnderALongPin) {
+   OrderedColl coll;
+   fill(coll);
+   std::uint64_t generation = 0;
+   contend(
+         verdict_, [&](Tests::Random& random) { change(coll, random, ++generation); },
+         [&] {
+            return [&, reader = orderedReader(coll, verdict_)](Tests::Random& random) {
+               Vane::Pin const pin;
+               for (int i = 0; i < 4; ++i)
+                  reader(random);
+            };
+         });
+}
+
+TEST_F(TablesConcurrent, OrderedCollThatIsCleared) {
+   OrderedColl coll;
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            change(coll, random, ++generation);
+            if (random.below(64) == 0)
+               coll.clear();
+         },
+         [&] {
+            return [&](Tests::Random&) {
+               std::int64_t last = -1;
+               Vane::orderedWalk(coll, [&](std::uint32_t key, CountedPtr const& record) {
+                  verdict_.require(last < std::int64_t(key), "a walk went back");
+                  last = key;
+                  verdict_.require(record->isWhole(key), "a record isn't whole");
+               });
+            };
+         });
+}
+
+// What goes is freed at once, while the walks rest in their bodies.
+TEST_F(TablesConcurrent, OrderedCollOfAFewKeys) {
+   OrderedColl coll;
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            std::uint32_t const key = random.below(3);
+            if (!coll.erase(key))
+               coll.set(key, countedRecord(key, ++generation));
+            Vane::collectRetired();
+         },
+         [&] {
+            return [&](Tests::Random&) {
+               Vane::orderedWalk(coll, [&](std::uint32_t key, CountedPtr const& record) {
+                  std::this_thread::yield();
+                  verdict_.require(record->isWhole(key), "a record isn't whole");
+               });
+            };
+         });
+}
+
+// A value that holds itself together: the text repeats the number.
+struct Event {
+   std::uint32_t number = 0;
+   Fathom::String text = "0";
+};
+
+TEST_F(TablesConcurrent, ValueMap) {
+   Fathom::FathomValueMap<std::uint32_t, Event> map;
+   std::atomic<std::uint64_t> reported = 0;
+   map.setCorruptionHandler([&](Brindle::String const& message, Fathom::FathomValueMapBase const& manager) {
+      verdict_.require(message == "bad sum" && &manager == &map, "a wrong report");
+      ++reported;
+   });
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            std::uint32_t const key = random.below(keys);
+            switch (random.below(8)) {
+            case 0:
+               map.markDamaged(key, "bad sum");
+               break;
+            case 1:
+               map.erase(key);
+               break;
+            default:
+               std::uint32_t const number = random.below(1u << 31);
+               map.set(key, {number, std::to_string(number).c_str()});
+            }
+         },
+         [&] {
+            return [&](Tests::Random& random) {
+               for (int i = 0; i < 20; ++i) {
+                  Event const event = map.safeLookup(random.below(keys));
+                  verdict_.require(event.text.view() == std::to_string(event.number), "an event isn't whole");
+               }
+            };
+         });
+   EXPECT_GT(reported.load(), 0u);
+   EXPECT_EQ(map.corruptionCount(), reported.load());
+}
+
+// A table of tables whose tables are replaced while they are walked, each container with a writer of its own.
+struct Nested : Brindle::Node {
+   OrderedColl groups;
+};
+
+TEST_F(TablesConcurrent, TwoWritersOnNestedTables) {
+   HashMap plain;
+   Vane::HashMap2018<std::uint32_t, Brindle::Ptr<Nested const>> outer;
+   std::atomic<bool> stop = false;
+   std::thread second([&] {
+      Tests::Random random(7);
+      for (std::uint64_t generation = 1; !stop.load(); ++generation)
+         change(plain, random, generation);
+   });
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            Brindle::Ptr<Nested> const nested = Brindle::makeNode<Nested>();
+            outer.set(random.below(4), nested);
+            for (int i = 0; i < 30; ++i)
+               change(nested->groups, random, 1);
+            outer.erase(random.below(4));
+         },
+         [&] {
+            return [&](Tests::Random& random) {
+               std::uint32_t const key = random.below(keys);
+               if (CountedPtr const record = plain.find(key))
+                  verdict_.require(record->isWhole(key), "a record isn't whole");
+               Brindle::Ptr<Nested const> const nested = outer.find(random.below(4));
+               if (!nested)
+                  return;
+               Vane::orderedWalk(nested->groups, [&](std::uint32_t each, CountedPtr const& record) {
+                  verdict_.require(record->isWhole(each), "a record isn't whole");
+               });
+            };
+         });
+   stop = true;
+   second.join();
+}
+
+} // namespace

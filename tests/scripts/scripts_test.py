@@ -1,0 +1,198 @@
+"""What the commands in scripts/ promise, with stand-ins for the build tools that note each call.
+
+Each test works in a copy of scripts/, so it neither builds the project nor touches its build directories.
+"""
+
+import os
+import shutil
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+SCRIPTS = Path(__file__).resolve().parents[2] / "scripts"
+
+# Each stand-in adds a line to the file $CALLS. `dpkg-query` knows the packages that the file $INSTALLED names, all of them
+# when there is no such file.
+STANDINS = {
+    "dpkg-query": r"""
+shift 3
+for package in "$@"; do
+   if [ ! -f "$INSTALLED" ] || grep -qx "$package" "$INSTALLED"; then echo "installed $package"; fi
+done""",
+    "apt-get": r"""
+echo "apt-get $*" >> "$CALLS"
+echo "apt says this"
+[ "$1" = install ] && rm -f "$INSTALLED" || true""",
+    "sudo": r"""
+echo sudo >> "$CALLS"
+exec "$@" """,
+    "id": "echo 1000",
+    "cmake": r"""
+echo cmake >> "$CALLS"
+touch "$2/build/$4/build.ninja"
+echo "cmake says this" """,
+    "ninja": r"""
+if [ "$3" = -n ]; then
+   if [ -f "$2/current" ]; then echo "ninja: no work to do."; else echo "[1/1] something"; fi
+   exit 0
+fi
+echo "ninja $3" >> "$CALLS"
+echo "ninja says this"
+[ -f "$2/broken" ] && { echo "error: broken"; exit 1; }
+[ -f "$INSTALLED" ] && { echo "error: no compiler"; exit 1; }
+mkdir -p "$2/host"
+printf '#!/bin/sh\nprintf "<%%s>" "$@"; echo; pwd; exit 7\n' > "$2/host/lershow"
+chmod +x "$2/host/lershow"
+touch "$2/current" """,
+}
+
+
+class Sandbox(unittest.TestCase):
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory()
+        self.addCleanup(directory.cleanup)
+        self.top = Path(directory.name).resolve()
+        self.root = self.top / "a checkout"
+        shutil.copytree(SCRIPTS, self.root / "scripts")
+        self.build = self.root / "build/release"
+        self.calls = self.top / "calls"
+        self.calls.touch()
+        tools = self.top / "tools"
+        tools.mkdir()
+        for name, body in STANDINS.items():
+            (tools / name).write_text("#!/bin/bash\n" + body + "\n")
+            (tools / name).chmod(0o755)
+        self.environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}", "CALLS": str(self.calls),
+                            "INSTALLED": str(self.top / "installed")}
+        self.environment.pop("CI", None)
+
+    def run_script(self, name, *arguments, cwd=None):
+        """Exit status, standard output and standard error of a script, and the calls of the tools."""
+        self.calls.write_text("")
+        path = name if isinstance(name, Path) else self.root / "scripts" / name
+        done = subprocess.run([path, *arguments], cwd=cwd or self.top, env=self.environment, capture_output=True,
+                              text=True, timeout=60)
+        return done.returncode, done.stdout, done.stderr, self.calls.read_text().splitlines()
+
+
+class BuildAndRunTest(Sandbox):
+    def test_the_first_run_configures_builds_and_shows_the_tunnels(self):
+        self.assertEqual(self.run_script("run"), (7, f"<tunnel>\n{self.top}\n", "build: building build/release\n",
+                                                  ["cmake", "ninja lershow"]))
+
+    def test_a_run_of_a_current_build_calls_nothing_and_says_nothing(self):
+        self.run_script("run")
+        self.assertEqual(self.run_script("run", "status"), (7, f"<status>\n{self.top}\n", "", []))
+
+    def test_a_run_after_a_change_builds_without_configuring(self):
+        self.run_script("run")
+        (self.build / "current").unlink()
+        self.assertEqual(self.run_script("run", "status")[3], ["ninja lershow"])
+
+    def test_arguments_and_the_working_directory_arrive_unchanged(self):
+        elsewhere = self.top / "else where"
+        elsewhere.mkdir()
+        self.assertEqual(self.run_script("run", "tunnel", "a b", "", "*", cwd=elsewhere)[1],
+                         f"<tunnel><a b><><*>\n{elsewhere}\n")
+
+    def test_run_works_through_symbolic_links(self):
+        link = self.top / "link"
+        link.symlink_to(self.root / "scripts/run")
+        again = self.top / "again"
+        again.symlink_to("link")
+        self.assertEqual(self.run_script(again, "status")[1], f"<status>\n{self.top}\n")
+
+    def test_a_failing_build_shows_its_log_and_runs_nothing(self):
+        self.run_script("run")
+        (self.build / "current").unlink()
+        (self.build / "broken").touch()
+        self.assertEqual(self.run_script("run", "status"),
+                         (1, "", "build: building build/release\nninja says this\nerror: broken\n", ["ninja lershow"]))
+
+    def test_a_build_without_quiet_shows_its_log_on_standard_error(self):
+        status, out, err, _ = self.run_script("build", "release")
+        self.assertEqual((status, out), (0, ""))
+        self.assertEqual(err, "build: building build/release\ncmake says this\nninja says this\n")
+
+    def test_a_tool_that_went_missing_is_installed_and_the_build_tried_again(self):
+        self.run_script("run")
+        (self.build / "current").unlink()
+        (self.top / "installed").write_text("cmake\n")
+        status, out, _, calls = self.run_script("run", "status")
+        self.assertEqual((status, out), (7, f"<status>\n{self.top}\n"))
+        self.assertEqual([call.split(" -")[0] for call in calls if call != "sudo"],
+                         ["ninja lershow", "apt-get update", "apt-get install", "cmake", "ninja lershow"])
+
+    def test_setup_is_silent_when_nothing_is_missing(self):
+        self.assertEqual(self.run_script("setup"), (0, "", "", []))
+        self.assertEqual(self.run_script("setup", "--check"), (0, "", "", []))
+
+    def test_setup_installs_what_is_missing_and_no_more(self):
+        (self.top / "installed").write_text("g++\nninja-build\nlibgtest-dev\nlibgmock-dev\nlibsimdjson-dev\n"
+                                            "libcli11-dev\nnlohmann-json3-dev\npython3\n")
+        status, out, err, calls = self.run_script("setup")
+        self.assertEqual((status, out), (0, ""))
+        self.assertEqual(err.splitlines()[0], "setup: installing cmake clang-format")
+        self.assertEqual(calls, ["sudo", "apt-get update -q", "sudo",
+                                 "apt-get install -q -y --no-install-recommends cmake clang-format"])
+
+    def test_setup_check_installs_nothing(self):
+        (self.top / "installed").write_text("cmake\n")
+        self.assertEqual(self.run_script("setup", "--check"), (1, "", "", []))
+
+    def test_setup_refuses_an_option_that_it_does_not_know(self):
+        self.assertEqual(self.run_script("setup", "--all"),
+                         (2, "", "setup: unknown option --all; the options are --ci and --check\n", []))
+
+    def test_bless_is_refused_in_ci(self):
+        self.environment["CI"] = "1"
+        self.assertEqual(self.run_script("bless"),
+                         (2, "", "bless: refused, since CI is set: expected files are written and read by people\n", []))
+
+
+class TestScriptTest(Sandbox):
+    """scripts/test, with a ctest that prints the closing line it is told to."""
+
+    def setUp(self):
+        super().setUp()
+        ctest = self.top / "tools/ctest"
+        ctest.write_text("#!/bin/bash\necho \"ctest $2\" >> \"$CALLS\"\ncat \"$CALLS.$2\"\n"
+                         "! grep -qE ' [1-9][0-9]* tests failed|crashed' \"$CALLS.$2\"\n")
+        ctest.chmod(0o755)
+
+    def closing(self, **lines):
+        for preset, line in lines.items():
+            Path(f"{self.calls}.{preset}").write_text(line + "\n")
+
+    def last_line(self, *arguments):
+        status, out, _, calls = self.run_script("test", *arguments)
+        return status, out.splitlines()[-1], [call for call in calls if call.startswith(("ctest", "ninja"))]
+
+    def test_every_preset_is_built_run_and_counted(self):
+        self.closing(release="100% tests passed, 0 tests failed out of 40", asan="100% tests passed, 0 tests failed out of 41",
+                     tsan="100% tests passed, 0 tests failed out of 2")
+        self.assertEqual(self.last_line(), (0, "100% tests passed, 0 tests failed out of 83 (release 40, asan 41, tsan 2)", [
+            "ninja ", "ctest release", "ninja ", "ctest asan", "ninja concurrent_tests", "ctest tsan"]))
+
+    def test_one_preset_alone(self):
+        self.closing(release="100% tests passed, 0 tests failed out of 40")
+        self.assertEqual(self.last_line("release"), (0, "100% tests passed, 0 tests failed out of 40 (release 40)",
+                                                     ["ninja ", "ctest release"]))
+
+    def test_failures_in_any_preset_fail_and_are_counted(self):
+        self.closing(release="95% tests passed, 2 tests failed out of 40", asan="98% tests passed, 1 tests failed out of 41",
+                     tsan="100% tests passed, 0 tests failed out of 2")
+        self.assertEqual(self.last_line()[:2], (1, "3 tests failed out of 83 (release 40, asan 41, tsan 2)"))
+
+    def test_a_ctest_that_runs_nothing_fails(self):
+        self.closing(release="No tests were found!!!")
+        self.assertEqual(self.run_script("test", "release")[0], 1)
+
+    def test_a_ctest_that_fails_without_a_failed_test_fails(self):
+        self.closing(release="crashed\n100% tests passed, 0 tests failed out of 40")
+        self.assertEqual(self.run_script("test", "release")[0], 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
