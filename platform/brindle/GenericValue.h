@@ -50,11 +50,14 @@ concept GenericType = PlainType<T> || std::is_enum_v<T> ||
 class GenericValue {
 public:
    // Holds nothing.
-   GenericValue() noexcept = default;
+   GenericValue() noexcept;
+   GenericValue(GenericValue const& other);
+   GenericValue(GenericValue&& other) noexcept;
+   GenericValue& operator=(GenericValue const& other);
+   GenericValue& operator=(GenericValue&& other) noexcept;
+   ~GenericValue();
    template<GenericType T>
-   GenericValue(T value) {
-      hold(std::move(value));
-   }
+   GenericValue(T value) : content_(contentOf(std::move(value))) {}
 
    bool empty() const noexcept { return std::holds_alternative<std::monostate>(content_); }
 
@@ -119,17 +122,20 @@ private:
       std::unique_ptr<Box> box;
    };
 
+   using Content = std::variant<std::monostate, bool, std::uint8_t, std::uint16_t, std::uint32_t, std::uint64_t, String,
+                                Enumeration, Handle, Boxed>;
+
    template<class T>
-   void hold(T value) {
+   static Content contentOf(T value) {
       if constexpr (PlainType<T>) {
-         content_.emplace<T>(std::move(value));
+         return Content(std::in_place_type<T>, std::move(value));
       } else if constexpr (std::is_enum_v<T>) {
-         content_.emplace<Enumeration>(Enumeration{&typeid(T), static_cast<std::uint64_t>(value)});
+         return Content(Enumeration{&typeid(T), static_cast<std::uint64_t>(value)});
       } else if constexpr (HandleType<T>) {
          using Target = typename HandleTarget<T>::Type;
-         content_.emplace<Handle>(Handle{&typeid(Target), std::is_const_v<Target>, std::move(value)});
+         return Content(Handle{&typeid(Target), std::is_const_v<Target>, std::move(value)});
       } else {
-         content_.emplace<Boxed>(Boxed(std::make_unique<BoxOf<T>>(std::move(value))));
+         return Content(std::in_place_type<Boxed>, std::make_unique<BoxOf<T>>(std::move(value)));
       }
    }
 
@@ -145,9 +151,7 @@ private:
       return static_cast<T*>(const_cast<Node*>(handle.node.get()));
    }
 
-   std::variant<std::monostate, bool, std::uint8_t, std::uint16_t, std::uint32_t, std::uint64_t, String, Enumeration,
-                Handle, Boxed>
-         content_;
+   Content content_;
 };
 
 // The arguments of a call, in declared order.

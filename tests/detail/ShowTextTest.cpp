@@ -15,7 +15,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::uint32_t seeds = 100;
+constexpr std::uint32_t seeds = 50;
 
 // Two answers can only be compared while the clocks stand still.
 class ShowText : public testing::Test {

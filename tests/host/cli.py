@@ -171,8 +171,8 @@ class WithoutShowCommands(unittest.TestCase):
         self.addCleanup(self.directory.cleanup)
         listing = subprocess.run(["ldd", LERSHOW], stdout=subprocess.PIPE, check=True).stdout.decode()
         self.libraries = {}
-        for name in ("libRsvpLerState", "libRsvpLerPlatform"):
-            line = next(line for line in listing.splitlines() if line.strip().startswith(name))
+        for name in ("libRsvpLerState", "libm"):
+            line = next(line for line in listing.splitlines() if line.strip().startswith(name + ".so"))
             self.libraries[name] = line.split("=> ")[1].split(" (")[0]
         records = self.libraries["libRsvpLerState"]
         shutil.copy(records, os.path.join(self.directory.name, os.path.basename(records)))
@@ -194,7 +194,7 @@ class WithoutShowCommands(unittest.TestCase):
                          (1, "", f"lershow: cannot load the show commands: {self.module}: file too short\n"))
 
     def test_another_library(self):
-        shutil.copy(self.libraries["libRsvpLerPlatform"], self.module)
+        shutil.copy(self.libraries["libm"], self.module)
         self.assertEqual(self.run_command("status"),
                          (1, "", f"lershow: cannot load the show commands: {self.module} is not the library of the "
                                  "show commands\n"))
