@@ -242,6 +242,7 @@ class Output(unittest.TestCase):
             os.close(writer)
             start = os.read(reader, 1)  # it is writing
             running.send_signal(signal.SIGINT)
+            time.sleep(2)  # it notices while the pipe has no room; to a quick reader it would deliver all that is left
             answer = start
             while part := os.read(reader, 65536):
                 answer += part
