@@ -22,6 +22,7 @@ struct Values {
    std::optional<std::string> stateFile;
    std::string tunnels;
    std::string seed = "0";
+   std::string damage = "0";
 };
 
 // One line, whatever stood on the command line.
@@ -56,6 +57,14 @@ std::uint64_t readNumber(std::string const& option, std::string const& text, std
    if (error != std::errc() || end != text.data() + text.size() || number > highest)
       failUsage(option + " takes a whole number from 0 to " + std::to_string(highest) + ", not '" + text + "'");
    return number;
+}
+
+double readShare(std::string const& option, std::string const& text) {
+   double share = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), share);
+   if (error != std::errc() || end != text.data() + text.size() || !(share >= 0 && share <= 1))
+      failUsage(option + " takes a number from 0 to 1, not '" + text + "'");
+   return share;
 }
 
 // The history may be asked for in detail; any other two views exclude each other.
@@ -138,6 +147,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    CLI::App& synth = *state.add_subcommand("synth", "Write a large made-up state");
    synth.add_option("--tunnels", values.tunnels, "how many tunnels")->required()->type_name("N");
    synth.add_option("--seed", values.seed, "another number gives another state (0)")->type_name("S");
+   synth.add_option("--damage", values.damage, "leave out and change so much of it, from 0 (nothing) to 1")
+         ->type_name("RATE");
    CLI::App& check = *state.add_subcommand("check", "Load a state and say what it holds");
    check.add_option("FILE", values.stateFile, "- for standard input")->required()->type_name("");
 
@@ -170,7 +181,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
       return SampleRequest();
    if (synth.parsed())
       return SynthRequest{readNumber("--tunnels", values.tunnels, maxSynthTunnels),
-                          readNumber("--seed", values.seed, std::numeric_limits<std::uint64_t>::max())};
+                          readNumber("--seed", values.seed, std::numeric_limits<std::uint64_t>::max()),
+                          readShare("--damage", values.damage)};
    return CheckRequest{readFileName("FILE", values.stateFile)};
 }
 

@@ -39,6 +39,7 @@ struct SampleRequest {};
 struct SynthRequest {
    std::uint64_t tunnels = 0;
    std::uint64_t seed = 0;
+   double damage = 0; // from 0 to 1
 };
 
 // lershow state check

@@ -99,7 +99,7 @@ ExitStatus run(SampleRequest const&) {
 }
 
 ExitStatus run(SynthRequest const& request) {
-   int const error = writeSynth(stdout, {request.tunnels, request.seed});
+   int const error = writeSynth(stdout, {request.tunnels, request.seed, request.damage});
    return error == 0 ? ExitStatus::shown : writeFailed(error);
 }
 

@@ -1,10 +1,18 @@
 #include "host/synth/Synth.h"
 
+#include "host/synth/Damage.h"
 #include "host/synth/Tables.h"
+
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace Host {
 namespace {
@@ -65,12 +73,7 @@ void writeTables(Sink& sink, Commas& commas, std::span<Table const> tables, Synt
    }
 }
 
-} // namespace
-
-int writeSynth(std::FILE* file, SynthOptions const& options) {
-   if (options.tunnels > maxSynthTunnels) {
-      return ERANGE;
-   }
+int writeWhole(std::FILE* file, SynthOptions const& options) {
    Sink sink(file);
    writeRouter(sink, options);
    Commas status;
@@ -82,6 +85,37 @@ int writeSynth(std::FILE* file, SynthOptions const& options) {
    writeTables(sink, fathom, fathomTables, options);
    sink.put("}\n}\n");
    return sink.finish();
+}
+
+std::string wholeText(SynthOptions const& options) {
+   char* text = nullptr;
+   std::size_t size = 0;
+   std::FILE* const memory = open_memstream(&text, &size);
+   if (memory == nullptr)
+      throw std::bad_alloc();
+   int const error = writeWhole(memory, options);
+   std::fclose(memory);
+   std::unique_ptr<char, decltype(&std::free)> const owner(text, &std::free);
+   if (error != 0)
+      throw std::bad_alloc();
+   return std::string(text, size);
+}
+
+int writeDamaged(std::FILE* file, SynthOptions const& options) {
+   nlohmann::ordered_json state = nlohmann::ordered_json::parse(wholeText(options));
+   damage(state, options.damage, options.seed);
+   Sink sink(file);
+   sink.put(std::string_view(state.dump()), '\n');
+   return sink.finish();
+}
+
+} // namespace
+
+int writeSynth(std::FILE* file, SynthOptions const& options) {
+   if (options.tunnels > maxSynthTunnels) {
+      return ERANGE;
+   }
+   return options.damage > 0 ? writeDamaged(file, options) : writeWhole(file, options);
 }
 
 } // namespace Host
