@@ -140,6 +140,7 @@ private:
    static char const* start(JsonValue& value) noexcept;
 
    void check(simdjson::error_code error) const;
+   [[noreturn]] void failIncomplete() const;
    void checkEnd() const;
    std::string path() const;
    [[noreturn]] void failHere(std::string_view expected) const;
