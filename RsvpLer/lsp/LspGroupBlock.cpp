@@ -1,6 +1,7 @@
 #include "RsvpLer/lsp/LspGroupBlock.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 
 // The paths of a tunnel.
@@ -90,6 +91,7 @@ void renderBothPaths(ShowRsvpLerTunnel const& command, scrivo::RendererV2* rende
 } // namespace
 
 void startLspGroupPathJson(scrivo::RendererV2* renderer, bool primary) {
+   RSVP_LER_TRACE();
    if (primary)
       renderer->startJsonDict("primaryPath");
    else
@@ -97,11 +99,13 @@ void startLspGroupPathJson(scrivo::RendererV2* renderer, bool primary) {
 }
 
 void endLspGroupPathJson(scrivo::RendererV2* renderer, bool) {
+   RSVP_LER_TRACE();
    renderer->endJsonDict();
 }
 
 void renderLspGroupPathSpec(scrivo::RendererV2* renderer, RsvpLerPathSpecId const& pathSpecId, bool primary,
                             bool text) {
+   RSVP_LER_TRACE(pathSpecId);
    addLine(renderer, text, primary ? "   Primary path: " : "   Secondary path: ", pathSpecId.name);
    renderer->addJsonKeyValuePair("specName", pathSpecId.name);
 }
@@ -109,12 +113,14 @@ void renderLspGroupPathSpec(scrivo::RendererV2* renderer, RsvpLerPathSpecId cons
 void ShowRsvpLerTunnel::renderPaths(scrivo::RendererV2* renderer,
                                     RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
    renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, plainTexts);
 }
 
 void ShowRsvpLerTunnel::renderDetailedPaths(scrivo::RendererV2* renderer,
                                             RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
    renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, {text, text});
 }
 
@@ -122,6 +128,7 @@ void ShowRsvpLerTunnel::renderLspGroup(scrivo::RendererV2* renderer,
                                        RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                        RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                        std::uint8_t groupId) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
    renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, plainTexts);
 }
 
@@ -129,11 +136,13 @@ void ShowRsvpLerTunnel::renderDetailedLspGroup(scrivo::RendererV2* renderer,
                                                RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                                RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                                std::uint8_t groupId, bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
    renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, {text, text});
 }
 
 void ShowRsvpLerTunnel::renderMissingPathSpecConfig(scrivo::RendererV2* renderer,
                                                     RsvpLerTunnelSpecId const& tunnelSpecId, bool primary) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    RsvpLerPathSpecId const pathSpecId = getRequestedPathSpecId(tunnelSpecId, primary);
    if (pathSpecId != RsvpLerPathSpecId()) {
       renderer->addText(primary ? "   Primary path: " : "   Secondary path: ", pathSpecId.name);
