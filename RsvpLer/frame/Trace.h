@@ -60,8 +60,6 @@ Skein::BlockTimerMsg traceIntoFile(TracePoint& point, Arguments const&... argume
    if (file == nullptr)
       return {};
    Skein::MessageId const message = messageOf(point, *file, arguments...);
-   if (!Skein::TraceFile::isDescribed(message))
-      return {};
    Skein::Msg record = file->ringBuf().startMsg(Skein::TraceFile::descriptionOf(message), callDepth);
    (Skein::Argument<Arguments>::put(record, arguments), ...);
    return {*file, record.end()};
@@ -104,8 +102,8 @@ using Traced = std::conditional_t<std::is_array_v<T>, std::string_view,
 class Probe {
 public:
    template<class... Arguments>
-   explicit Probe(TracePoint& point, Arguments const&... arguments) noexcept {
-      ++callDepth;
+   explicit Probe(TracePoint& point, Arguments const&... arguments) noexcept : depthBefore_(callDepth) {
+      callDepth = static_cast<std::uint16_t>(depthBefore_ + 1);
       if (Skein::hasDefaultTraceFile() || traceFacility.enabled(traceLevel)) [[unlikely]]
          timer_ = traceCall<Traced<Arguments>...>(point, arguments...);
    }
@@ -114,10 +112,11 @@ public:
    ~Probe() {
       if (timer_) [[unlikely]]
          timer_.end();
-      --callDepth;
+      callDepth = depthBefore_; // subtracting would have to wait for the memory
    }
 
 private:
+   std::uint16_t depthBefore_;
    Skein::BlockTimerMsg timer_;
 };
 

@@ -27,7 +27,6 @@ struct PathTexts {
    bool block;   // all but the details
    bool details; // MTUs and CSPF id
 };
-constexpr PathTexts plainTexts{true, false};
 
 struct PathFacts {
    RsvpLerPathSpecId pathSpecId;
@@ -79,15 +78,6 @@ void renderPath(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer,
    renderPathFacts(command, renderer, facts, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, texts);
 }
 
-void renderBothPaths(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer,
-                     RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
-                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, PathTexts texts) {
-   renderPath(command, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0, texts);
-   renderer->startJsonList("secondaryPaths");
-   renderPath(command, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1, texts);
-   renderer->endJsonList();
-}
-
 } // namespace
 
 void startLspGroupPathJson(scrivo::RendererV2* renderer, bool primary) {
@@ -114,14 +104,20 @@ void ShowRsvpLerTunnel::renderPaths(scrivo::RendererV2* renderer,
                                     RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const {
    RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
-   renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, plainTexts);
+   renderLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0);
+   renderer->startJsonList("secondaryPaths");
+   renderLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1);
+   renderer->endJsonList();
 }
 
 void ShowRsvpLerTunnel::renderDetailedPaths(scrivo::RendererV2* renderer,
                                             RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, bool text) const {
    RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
-   renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, {text, text});
+   renderDetailedLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0, text);
+   renderer->startJsonList("secondaryPaths");
+   renderDetailedLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1, text);
+   renderer->endJsonList();
 }
 
 void ShowRsvpLerTunnel::renderLspGroup(scrivo::RendererV2* renderer,
@@ -129,7 +125,7 @@ void ShowRsvpLerTunnel::renderLspGroup(scrivo::RendererV2* renderer,
                                        RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                        std::uint8_t groupId) const {
    RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
-   renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, plainTexts);
+   renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, {true, false});
 }
 
 void ShowRsvpLerTunnel::renderDetailedLspGroup(scrivo::RendererV2* renderer,

@@ -54,6 +54,8 @@ struct FileHeader {
 
 enum class DescriptionKind : std::uint8_t { type = 1, message = 2 };
 
+inline constexpr std::uint16_t noDescription = 0xffff; // the index of a message that the table has no room for
+
 struct Description {
    static constexpr std::size_t maxComponents = 9;
 

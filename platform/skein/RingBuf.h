@@ -34,7 +34,7 @@ public:
 private:
    friend class RingBuf;
    Msg(RingBuf& ring, std::uint16_t message, std::uint16_t depth) noexcept
-         : ring_(ring), message_(message), depth_(depth) {}
+         : ring_(ring), message_(message), depth_(depth), fits_(message != noDescription) {}
 
    template<class Number>
    void putNumber(Number number) noexcept {
@@ -51,7 +51,7 @@ private:
    RingBuf& ring_;
    std::uint16_t message_;
    std::uint16_t depth_;
-   bool fits_ = true;
+   bool fits_;
    std::size_t size_ = 0;
    std::byte values_[sizeof(Slot::values)];
 };
@@ -63,7 +63,8 @@ public:
    // The header and the slots stay the caller's.
    RingBuf(FileHeader& header, Slot* slots) noexcept;
 
-   // Starts a record of the message with that description, at that depth of calls.
+   // Starts a record of the message with that description, at that depth of calls; with noDescription it will be
+   // skipped.
    Msg startMsg(std::uint16_t message, std::uint16_t depth) noexcept { return {*this, message, depth}; }
    // Enters the time since the record's start as its duration; without effect when the record isn't there any more.
    void blockEnded(std::uint64_t record) noexcept;

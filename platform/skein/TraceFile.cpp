@@ -119,7 +119,7 @@ std::uint16_t TraceFile::descriptionIndex(Description const& description) noexce
          return static_cast<std::uint16_t>(i);
    }
    if (index == geometry_.descriptions)
-      return undescribed;
+      return noDescription;
    new (&descriptions()[index]) Description(description);
    count.store(index + 1, std::memory_order_release);
    return static_cast<std::uint16_t>(index);
@@ -127,7 +127,7 @@ std::uint16_t TraceFile::descriptionIndex(Description const& description) noexce
 
 Component TraceFile::typeIs(Description const& description) noexcept {
    std::uint16_t const index = descriptionIndex(description);
-   return index == undescribed ? noComponent : static_cast<Component>(firstType + index);
+   return index == noDescription ? noComponent : static_cast<Component>(firstType + index);
 }
 
 MessageId TraceFile::messageIs(Description const& description) noexcept {

@@ -34,19 +34,16 @@ public:
    // The same for a message; undescribedMessage when the table is full.
    MessageId messageIs(Description const& description) noexcept;
    // What a message is known by that has no description, so that it isn't tried again.
-   MessageId undescribedMessage() const noexcept { return std::uint64_t{generation_} << 32 | undescribed; }
+   MessageId undescribedMessage() const noexcept { return std::uint64_t{generation_} << 32 | noDescription; }
    // Whether the identifier is one of this file.
    bool knows(MessageId id) const noexcept { return id >> 32 == generation_; }
-   // Whether records of the message, one of this file, can be written.
-   static bool isDescribed(MessageId id) noexcept { return static_cast<std::uint16_t>(id) != undescribed; }
+   // What RingBuf::startMsg takes for a message of this file.
    static std::uint16_t descriptionOf(MessageId id) noexcept { return static_cast<std::uint16_t>(id); }
 
    // What a component of a description adds to its type string; it must be one of this file.
    std::string_view typeString(Component component) const noexcept;
 
 private:
-   static constexpr std::uint16_t undescribed = 0xffff;
-
    std::uint16_t descriptionIndex(Description const& description) noexcept;
    FileHeader& header() const noexcept { return *static_cast<FileHeader*>(memory_); }
    std::byte* at(std::size_t offset) const noexcept { return static_cast<std::byte*>(memory_) + offset; }
