@@ -1,5 +1,6 @@
 #include "skein/TraceFile.h"
 
+#include "skein/Descriptor.h"
 #include "vane/Epoch.h"
 
 #include <fcntl.h>
@@ -23,21 +24,6 @@ namespace {
 [[noreturn]] void fail(Brindle::String const& fileName, Brindle::String const& reason) {
    throw TraceError("cannot write the trace file " + fileName + ": " + reason);
 }
-
-class Descriptor {
-public:
-   explicit Descriptor(int number) noexcept : number_(number) {}
-   Descriptor(Descriptor const&) = delete;
-   Descriptor& operator=(Descriptor const&) = delete;
-   ~Descriptor() {
-      if (number_ >= 0)
-         close(number_);
-   }
-   int number() const noexcept { return number_; }
-
-private:
-   int number_;
-};
 
 // A name given by mistake must not cost the user a file of another kind.
 void requireReplaceable(Brindle::String const& fileName) {

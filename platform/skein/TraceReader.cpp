@@ -1,5 +1,7 @@
 #include "skein/TraceReader.h"
 
+#include "skein/Descriptor.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -14,21 +16,6 @@ namespace {
 [[noreturn]] void fail(Brindle::String const& fileName, Brindle::String const& reason) {
    throw TraceError("cannot read the trace file " + fileName + ": " + reason);
 }
-
-class Descriptor {
-public:
-   explicit Descriptor(Brindle::String const& fileName) : number_(open(fileName.c_str(), O_RDONLY | O_CLOEXEC)) {
-      if (number_ < 0)
-         fail(fileName, std::strerror(errno));
-   }
-   Descriptor(Descriptor const&) = delete;
-   Descriptor& operator=(Descriptor const&) = delete;
-   ~Descriptor() { close(number_); }
-   int number() const noexcept { return number_; }
-
-private:
-   int number_;
-};
 
 // Appends that many bytes of the file, or as many as are left.
 void readMore(Brindle::String const& fileName, Descriptor const& file, std::size_t count,
@@ -61,7 +48,9 @@ bool isPrintable(std::string_view text) noexcept {
 } // namespace
 
 TraceReader::TraceReader(Brindle::String const& fileName) {
-   Descriptor const file(fileName);
+   Descriptor const file(open(fileName.c_str(), O_RDONLY | O_CLOEXEC));
+   if (file.number() < 0)
+      fail(fileName, std::strerror(errno));
    readMore(fileName, file, sizeof(FileHeader), bytes_);
    if (bytes_.size() < sizeof FileHeader::fileMagic ||
        std::memcmp(bytes_.data(), &FileHeader::fileMagic, sizeof FileHeader::fileMagic) != 0)
