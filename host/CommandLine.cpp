@@ -23,6 +23,8 @@ struct Values {
    std::string tunnels;
    std::string seed = "0";
    std::string damage = "0";
+   std::optional<std::string> traceFile;
+   bool traceText = false;
 };
 
 // One line, whatever stood on the command line.
@@ -83,12 +85,20 @@ void checkViews(ShowTunnelRequest const& request) {
       failUsage("give one view instead of " + views + " (only --detail goes with --history)");
 }
 
+// They may stand before the command too.
+void addTraceOptions(CLI::App& command, Values& values) {
+   command.add_option("--trace", values.traceFile, "write a trace of the calls of tunnel or status, for trace dump")
+         ->type_name("FILE");
+   command.add_flag("--trace-text", values.traceText, "write the calls to standard error");
+}
+
 void addOutputOptions(CLI::App& command, Values& values) {
    command.add_option("--format", values.format, "text (default) or json")->type_name("FORMAT");
    command.add_flag("--json", values.json, "short for --format json");
    command
          .add_option("--state", values.stateFile, "state to show, - for standard input; without it the sample network")
          ->type_name("FILE");
+   addTraceOptions(command, values);
 }
 
 CLI::App& addTunnel(CLI::App& app, Values& values) {
@@ -112,12 +122,19 @@ CLI::App& addStatus(CLI::App& app, Values& values) {
 }
 
 // A line without one of the words that it has to have, or with another in its place.
-[[noreturn]] void failCommand(std::vector<std::string> const& words, CLI::App const& state) {
+[[noreturn]] void failCommand(CLI::App const& app, CLI::App const& state, CLI::App const& trace) {
    if (state.parsed())
       failUsage("state takes sample, synth or check");
+   if (trace.parsed())
+      failUsage("trace takes dump");
+   std::vector<std::string> const words = app.remaining();
    if (words.empty())
-      failUsage("give a command: tunnel, status or state");
-   failUsage("there is no command '" + words.front() + "', only tunnel, status and state");
+      failUsage("give a command: tunnel, status, state or trace");
+   failUsage("there is no command '" + words.front() + "', only tunnel, status, state and trace");
+}
+
+TraceRequest readTrace(Values const& values) {
+   return {readFileName("--trace", values.traceFile), values.traceText};
 }
 
 std::string inLowerCase(std::string message) {
@@ -151,6 +168,11 @@ Request parseCommandLine(std::vector<std::string> const& words) {
          ->type_name("RATE");
    CLI::App& check = *state.add_subcommand("check", "Load a state and say what it holds");
    check.add_option("FILE", values.stateFile, "- for standard input")->required()->type_name("");
+   addTraceOptions(app, values);
+   CLI::App& trace = *app.add_subcommand("trace", "Show what --trace has written");
+   trace.require_subcommand(1);
+   CLI::App& dump = *trace.add_subcommand("dump", "Print the traced calls in order");
+   dump.add_option("FILE", values.traceFile, "the trace")->required()->type_name("");
 
    try {
       app.parse(reversed(words));
@@ -159,8 +181,9 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    } catch (CLI::CallForVersion const& version) {
       return PrintRequest{std::string(version.what()) + '\n'};
    } catch (CLI::RequiredError const& error) {
-      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()))
-         failCommand(words, state);
+      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()) ||
+          (trace.parsed() && trace.get_subcommands().empty()))
+         failCommand(app, state, trace);
       failUsage(error.what());
    } catch (CLI::ParseError const& error) {
       failUsage(inLowerCase(error.what()));
@@ -169,14 +192,20 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    if (tunnel.parsed()) {
       values.tunnel.format = readFormat(values);
       values.tunnel.stateFile = readFileName("--state", values.stateFile);
+      values.tunnel.trace = readTrace(values);
       checkViews(values.tunnel);
       return values.tunnel;
    }
    if (status.parsed()) {
       values.status.format = readFormat(values);
       values.status.stateFile = readFileName("--state", values.stateFile);
+      values.status.trace = readTrace(values);
       return values.status;
    }
+   if (app.count("--trace") + app.count("--trace-text") != 0)
+      failUsage("--trace and --trace-text go with tunnel and status");
+   if (dump.parsed())
+      return DumpRequest{readFileName("FILE", values.traceFile)};
    if (sample.parsed())
       return SampleRequest();
    if (synth.parsed())

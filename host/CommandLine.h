@@ -14,6 +14,12 @@ namespace Host {
 // The numbers are those that the show commands' render takes.
 enum class Format : std::uint32_t { text = 1, json = 2 };
 
+// What is written of the calls of a show command, besides its answer.
+struct TraceRequest {
+   std::string file;  // a ring of records; empty: none
+   bool text = false; // lines on standard error
+};
+
 // lershow tunnel. At most one of summary, lsp and the pair of detail and history is asked for.
 struct ShowTunnelRequest {
    std::string tunnelName; // empty: all tunnels
@@ -24,12 +30,14 @@ struct ShowTunnelRequest {
    bool subTunnel = false;
    Format format = Format::text;
    std::string stateFile; // empty: the sample network; "-": standard input
+   TraceRequest trace;
 };
 
 // lershow status
 struct ShowStatusRequest {
    Format format = Format::text;
    std::string stateFile; // as above
+   TraceRequest trace;
 };
 
 // lershow state sample
@@ -47,13 +55,18 @@ struct CheckRequest {
    std::string stateFile; // "-": standard input
 };
 
+// lershow trace dump
+struct DumpRequest {
+   std::string traceFile;
+};
+
 // --help and --version
 struct PrintRequest {
    std::string text;
 };
 
-using Request =
-      std::variant<ShowTunnelRequest, ShowStatusRequest, SampleRequest, SynthRequest, CheckRequest, PrintRequest>;
+using Request = std::variant<ShowTunnelRequest, ShowStatusRequest, SampleRequest, SynthRequest, CheckRequest,
+                             DumpRequest, PrintRequest>;
 
 // A command line that asks for nothing that there is. what() is one line that says what to do.
 class UsageError : public std::exception {

@@ -8,6 +8,9 @@
 #include "host/state/StateError.h"
 #include "host/state/StateSummary.h"
 #include "host/synth/Synth.h"
+#include "host/trace/Dump.h"
+#include "host/trace/Tracing.h"
+#include "skein/TraceError.h"
 #include "vane/Interrupt.h"
 
 #include <fcntl.h>
@@ -80,6 +83,7 @@ ExitStatus afterShow() {
 
 ExitStatus run(ShowTunnelRequest const& request) {
    RouterState const state = loadOrSample(request.stateFile);
+   Tracing const tracing(request.trace);
    CommandModule const module;
    catchInterrupt();
    showTunnels(request, state, STDOUT_FILENO);
@@ -88,6 +92,7 @@ ExitStatus run(ShowTunnelRequest const& request) {
 
 ExitStatus run(ShowStatusRequest const& request) {
    RouterState const state = loadOrSample(request.stateFile);
+   Tracing const tracing(request.trace);
    CommandModule const module;
    catchInterrupt();
    showStatus(request, state, STDOUT_FILENO);
@@ -108,6 +113,14 @@ ExitStatus run(CheckRequest const& request) {
    return print(shownFileName(request.stateFile) + ": " + summaryText(state) + '\n');
 }
 
+ExitStatus run(DumpRequest const& request) {
+   std::uint64_t const skipped = dumpTrace(request.traceFile, stdout);
+   ExitStatus const status = flushed();
+   if (skipped != 0)
+      complain(request.traceFile + ": warning: " + std::to_string(skipped) + " calls found no room in the trace");
+   return status;
+}
+
 ExitStatus run(PrintRequest const& request) {
    return print(request.text);
 }
@@ -125,6 +138,8 @@ ExitStatus runWords(std::vector<std::string> const& words) {
    } catch (StateError const& error) {
       complain(error.what());
    } catch (ModuleError const& error) {
+      complain(error.what());
+   } catch (Skein::TraceError const& error) {
       complain(error.what());
    } catch (std::bad_alloc const&) {
       complain("not enough memory for this state");

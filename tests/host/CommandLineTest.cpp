@@ -105,6 +105,22 @@ TEST(CommandLine, stateFiles) {
    EXPECT_EQ(std::get<CheckRequest>(parseCommandLine({"state", "check", "-"})).stateFile, "-");
 }
 
+TEST(CommandLine, traces) {
+   EXPECT_EQ(tunnel({}).trace.file, "");
+   EXPECT_FALSE(tunnel({}).trace.text);
+   EXPECT_EQ(tunnel({"--trace", "t", "tun1"}).trace.file, "t");
+   EXPECT_TRUE(tunnel({"--trace-text"}).trace.text);
+   for (Words const& words : std::vector<Words>{{"--trace", "t", "--trace-text", "status"},
+                                                {"status", "--trace=t", "--trace-text"},
+                                                {"--trace-text", "status", "--trace", "t"},
+                                                {"--trace", "s", "status", "--trace", "t", "--trace-text"}}) {
+      TraceRequest const trace = std::get<ShowStatusRequest>(parseCommandLine(words)).trace;
+      EXPECT_EQ(trace.file, "t");
+      EXPECT_TRUE(trace.text);
+   }
+   EXPECT_EQ(std::get<DumpRequest>(parseCommandLine({"trace", "dump", "t"})).traceFile, "t");
+}
+
 TEST(CommandLine, writingStates) {
    EXPECT_TRUE(std::holds_alternative<SampleRequest>(parseCommandLine({"state", "sample"})));
    auto const synth = std::get<SynthRequest>(parseCommandLine({"state", "synth", "--tunnels", "010"}));
@@ -133,11 +149,11 @@ struct ErrorRow {
 
 TEST(CommandLine, errors) {
    for (ErrorRow const& row : std::vector<ErrorRow>{
-              {{}, "give a command: tunnel, status or state"},
-              {{"bogus"}, "there is no command 'bogus', only tunnel, status and state"},
-              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status and state"},
-              {{""}, "there is no command '', only tunnel, status and state"},
-              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status and state"},
+              {{}, "give a command: tunnel, status, state or trace"},
+              {{"bogus"}, "there is no command 'bogus', only tunnel, status, state and trace"},
+              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status, state and trace"},
+              {{""}, "there is no command '', only tunnel, status, state and trace"},
+              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status, state and trace"},
               {{"state"}, "state takes sample, synth or check"},
               {{"state", "bogus"}, "state takes sample, synth or check"},
               {{"tunnel", "a", "b"}, "the following argument was not expected: b"},
@@ -160,7 +176,13 @@ TEST(CommandLine, errors) {
               {{"state", "synth", "--tunnels", "1e3"}, "--tunnels takes a whole number from 0 to 100000000, not '1e3'"},
               {{"state", "synth", "--tunnels", "1", "--seed", "x"},
                "--seed takes a whole number from 0 to 18446744073709551615, not 'x'"},
-              {{"serve"}, "there is no command 'serve', only tunnel, status and state"},
+              {{"trace"}, "trace takes dump"},
+              {{"trace", "bogus"}, "trace takes dump"},
+              {{"trace", "dump"}, "FILE is required"},
+              {{"--trace", "t", "bogus"}, "there is no command 'bogus', only tunnel, status, state and trace"},
+              {{"--trace-text"}, "give a command: tunnel, status, state or trace"},
+              {{"--trace", "t", "state", "sample"}, "--trace and --trace-text go with tunnel and status"},
+              {{"serve"}, "there is no command 'serve', only tunnel, status, state and trace"},
               {{"tunnel", "--watch"}, "the following argument was not expected: --watch"},
         })
       EXPECT_EQ(usageError(row.words), row.message + "; see lershow --help");
