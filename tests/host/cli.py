@@ -176,7 +176,8 @@ class WithoutShowCommands(unittest.TestCase):
             self.libraries[name] = line.split("=> ")[1].split(" (")[0]
         records = self.libraries["libRsvpLerState"]
         shutil.copy(records, os.path.join(self.directory.name, os.path.basename(records)))
-        self.module = os.path.join(self.directory.name, "libRsvpLerCliCapi.so")
+        module = os.path.basename(records).replace("libRsvpLerState", "libRsvpLerCliCapi")  # of one version
+        self.module = os.path.join(self.directory.name, module)
 
     def run_command(self, *words):
         return lershow(*words, env=os.environ | {"LD_LIBRARY_PATH": self.directory.name})
