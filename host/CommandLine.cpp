@@ -1,5 +1,6 @@
 #include "host/CommandLine.h"
 
+#include "host/schema/ViewSchema.h"
 #include "host/synth/Synth.h"
 
 #include <CLI/CLI.hpp>
@@ -103,12 +104,14 @@ CLI::App& addStatus(CLI::App& app, Values& values) {
 }
 
 // A line without one of the words that it has to have, or with another in its place.
-[[noreturn]] void failCommand(std::vector<std::string> const& words, CLI::App const& state) {
+[[noreturn]] void failCommand(std::vector<std::string> const& words, CLI::App const& state, CLI::App const& schema) {
    if (state.parsed())
       failUsage("state takes sample, synth or check");
+   if (schema.parsed())
+      failUsage("schema takes tunnel or status");
    if (words.empty())
-      failUsage("give a command: tunnel, status or state");
-   failUsage("there is no command '" + words.front() + "', only tunnel, status and state");
+      failUsage("give a command: tunnel, status, state or schema");
+   failUsage("there is no command '" + words.front() + "', only tunnel, status, state and schema");
 }
 
 std::string inLowerCase(std::string message) {
@@ -140,6 +143,10 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    synth.add_option("--seed", values.seed, "another number gives another state (0)")->type_name("S");
    CLI::App& check = *state.add_subcommand("check", "Load a state and say what it holds");
    check.add_option("FILE", values.stateFile, "- for standard input")->required()->type_name("");
+   CLI::App& schema = *app.add_subcommand("schema", "Print the JSON Schema of the JSON views");
+   schema.require_subcommand(1);
+   CLI::App const& schemaOfTunnel = *schema.add_subcommand("tunnel", "That of every tunnel view");
+   schema.add_subcommand("status", "That of the status view");
 
    try {
       app.parse(reversed(words));
@@ -148,8 +155,9 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    } catch (CLI::CallForVersion const& version) {
       return PrintRequest{std::string(version.what()) + '\n'};
    } catch (CLI::RequiredError const& error) {
-      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()))
-         failCommand(words, state);
+      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()) ||
+          (schema.parsed() && schema.get_subcommands().empty()))
+         failCommand(words, state, schema);
       failUsage(error.what());
    } catch (CLI::ParseError const& error) {
       failUsage(inLowerCase(error.what()));
@@ -166,6 +174,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
       values.status.stateFile = readFileName("--state", values.stateFile);
       return values.status;
    }
+   if (schema.parsed())
+      return PrintRequest{std::string(schemaOfTunnel.parsed() ? tunnelSchema() : statusSchema())};
    if (sample.parsed())
       return SampleRequest();
    if (synth.parsed())

@@ -46,7 +46,7 @@ struct CheckRequest {
    std::string stateFile; // "-": standard input
 };
 
-// --help and --version
+// --help, --version and lershow schema
 struct PrintRequest {
    std::string text;
 };

@@ -133,11 +133,11 @@ struct ErrorRow {
 
 TEST(CommandLine, errors) {
    for (ErrorRow const& row : std::vector<ErrorRow>{
-              {{}, "give a command: tunnel, status or state"},
-              {{"bogus"}, "there is no command 'bogus', only tunnel, status and state"},
-              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status and state"},
-              {{""}, "there is no command '', only tunnel, status and state"},
-              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status and state"},
+              {{}, "give a command: tunnel, status, state or schema"},
+              {{"bogus"}, "there is no command 'bogus', only tunnel, status, state and schema"},
+              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status, state and schema"},
+              {{""}, "there is no command '', only tunnel, status, state and schema"},
+              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status, state and schema"},
               {{"state"}, "state takes sample, synth or check"},
               {{"state", "bogus"}, "state takes sample, synth or check"},
               {{"tunnel", "a", "b"}, "the following argument was not expected: b"},
@@ -160,7 +160,7 @@ TEST(CommandLine, errors) {
               {{"state", "synth", "--tunnels", "1e3"}, "--tunnels takes a whole number from 0 to 100000000, not '1e3'"},
               {{"state", "synth", "--tunnels", "1", "--seed", "x"},
                "--seed takes a whole number from 0 to 18446744073709551615, not 'x'"},
-              {{"serve"}, "there is no command 'serve', only tunnel, status and state"},
+              {{"serve"}, "there is no command 'serve', only tunnel, status, state and schema"},
               {{"tunnel", "--watch"}, "the following argument was not expected: --watch"},
         })
       EXPECT_EQ(usageError(row.words), row.message + "; see lershow --help");

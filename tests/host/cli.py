@@ -54,13 +54,15 @@ class CommandLine(unittest.TestCase):
     def test_usage_errors(self):
         end = "; see lershow --help\n"
         for words, message in (
-                ([], "give a command: tunnel, status or state"),
-                (["show"], "there is no command 'show', only tunnel, status and state"),
+                ([], "give a command: tunnel, status, state or schema"),
+                (["show"], "there is no command 'show', only tunnel, status, state and schema"),
                 (["tunnel", "--summary", "--history"],
                  "give one view instead of --summary, --history (only --detail goes with --history)"),
                 (["tunnel", "a", "b"], "the following argument was not expected: b"),
                 (["status", "--format", "yaml"], "--format takes text or json, not 'yaml'"),
                 (["state", "check"], "FILE is required"),
+                (["schema"], "schema takes tunnel or status"),
+                (["schema", "state"], "schema takes tunnel or status"),
         ):
             with self.subTest(words):
                 self.assertEqual(lershow(*words), (2, "", "lershow: " + message + end))

@@ -49,7 +49,8 @@ class InstalledTree(unittest.TestCase):
         self.assertIn("include/rsvp-ler/RsvpLer/RsvpLerCliCapi.h", headers)
         self.assertIn("include/rsvp-ler/vane/Epoch.h", headers)
         expected = {"bin/lershow", "lib/pkgconfig/RsvpLerCliCapi.pc", "share/man/man1/lershow.1",
-                    "share/bash-completion/completions/lershow"}
+                    "share/bash-completion/completions/lershow", "share/rsvp-show/schema/tunnel.schema.json",
+                    "share/rsvp-show/schema/status.schema.json"}
         expected |= {f"lib/cmake/RsvpLerCliCapi/RsvpLerCliCapi{part}.cmake"
                      for part in ("Config", "ConfigVersion", "Targets")}
         self.assertEqual({name for name in files - headers if not name.startswith(("lib/lib", "lib/cmake/RsvpLerCliCapi/"

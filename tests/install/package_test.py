@@ -48,7 +48,8 @@ class Package(unittest.TestCase):
         files = {line[5].split(" -> ")[0] for line in lines if not line[5].endswith("/")}
         for file in ("bin/lershow", "lib/libRsvpLerCliCapi.so", "lib/cmake/RsvpLerCliCapi/RsvpLerCliCapiConfig.cmake",
                      "lib/pkgconfig/RsvpLerCliCapi.pc", "include/rsvp-ler/RsvpLer/RsvpLerCliCapi.h",
-                     "share/man/man1/lershow.1", "share/bash-completion/completions/lershow"):
+                     "share/man/man1/lershow.1", "share/bash-completion/completions/lershow",
+                     "share/rsvp-show/schema/tunnel.schema.json"):
             self.assertIn("./usr/" + file, files)
         for mode, owner, _, _, _, name in lines:
             self.assertTrue(name.startswith("./usr/"), name)
