@@ -208,7 +208,7 @@ class WithoutShowCommands(unittest.TestCase):
 
 class Output(unittest.TestCase):
     COMMANDS = (["tunnel"], ["status", "--json"], ["state", "sample"], ["state", "synth", "--tunnels", "9"], ["--help"],
-                ["state", "check", "-"])
+                ["state", "check", "-"], ["schema", "tunnel"])
 
     def test_nobody_reads(self):
         for words in self.COMMANDS:
