@@ -32,24 +32,32 @@ _lershow() {
       return
    fi
 
-   local shared="--format --json --state --connect --trace --trace-text --help"
+   # The trace options may stand before the command.
+   local -i at=1
+   while ((at < COMP_CWORD)) && [[ "${COMP_WORDS[at]}" == -* ]]; do
+      [ "${COMP_WORDS[at]}" = --trace ] && at+=1
+      at+=1
+   done
+   local command='' shared="--format --json --state --connect --watch --trace --trace-text --help"
+   ((at < COMP_CWORD)) && command="${COMP_WORDS[at]}"
+   local -i behind=COMP_CWORD-at
    if [ -z "$words" ]; then
-      case "${COMP_WORDS[1]-} $COMP_CWORD" in
-         *" 1") words="tunnel status state serve schema trace --help --version" ;;
-         "state 2") words="check sample synth --help" ;;
-         "schema 2") words="tunnel status --help" ;;
-         "trace 2") words="dump --help" ;;
-         "tunnel "*) words="--summary --lsp --detail --history --sub-tunnel --watch $shared" ;;
+      case "$command $behind" in
+         " "*) words="tunnel status state serve schema trace --trace --trace-text --help --version" ;;
+         "state 1") words="check sample synth --help" ;;
+         "schema 1") words="tunnel status --help" ;;
+         "trace 1") words="dump --help" ;;
+         "tunnel "*) words="--summary --lsp --detail --history --sub-tunnel $shared" ;;
          "status "*) words="$shared" ;;
          "serve "*) words="--socket --state --client-timeout --max-clients --mode --help" ;;
          "state "*)
             words="--help"
-            [ "${COMP_WORDS[2]}" = synth ] && words="--tunnels --seed --damage --help" ;;
+            [ "${COMP_WORDS[at + 1]}" = synth ] && words="--tunnels --seed --damage --help" ;;
          "schema "* | "trace "*) words="--help" ;;
       esac
    fi
 
-   if [ "${COMP_WORDS[1]-}" = tunnel ] && [ "$COMP_CWORD" -eq 2 ] && [[ "$current" != -* ]]; then
+   if [ "$command $behind" = "tunnel 1" ] && [[ "$current" != -* ]]; then
       local name
       while IFS= read -r name; do  # compgen -W would run what stands in a name
          [[ "$name" == "$current"* ]] && COMPREPLY+=("$(printf %q "$name")")

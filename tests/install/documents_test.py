@@ -73,7 +73,8 @@ class Completion(unittest.TestCase):
         for words, expected in ((["tu"], ["tunnel"]), (["tunnel", "--su"], ["--summary", "--sub-tunnel"]),
                                 (["state", "s"], ["sample", "synth"]), (["tunnel", "--format", "j"], ["json"]),
                                 (["schema", "st"], ["status"]), (["trace", ""], ["dump", "--help"]),
-                                (["state", "synth", "--tunnels", "1"], [""]), (["nonsense", "--"], [""])):
+                                (["state", "synth", "--tunnels", "1"], [""]), (["nonsense", "--"], [""]), (["--trace", "file", "sta"], ["status", "state"]),
+                                (["--trace-text", "status", "--j"], ["--json"])):
             with self.subTest(words):
                 self.assertEqual(sorted(completions(*words)), sorted(expected))
 

@@ -1,6 +1,6 @@
 """The JSON that lershow prints follows its schemas, and the schemas say no more than that.
 
-usage: schema_test.py PATH_OF_LERSHOW [STATES]; STATES generated states are shown, 500 without a number.
+usage: schema_test.py PATH_OF_LERSHOW [STATES]; STATES generated states are shown, 500 without the number.
 """
 
 import json
