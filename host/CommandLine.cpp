@@ -1,5 +1,6 @@
 #include "host/CommandLine.h"
 
+#include "host/schema/ViewSchema.h"
 #include "host/synth/Synth.h"
 
 #include <CLI/CLI.hpp>
@@ -121,16 +122,30 @@ CLI::App& addStatus(CLI::App& app, Values& values) {
    return command;
 }
 
-// A line without one of the words that it has to have, or with another in its place.
-[[noreturn]] void failCommand(CLI::App const& app, CLI::App const& state, CLI::App const& trace) {
-   if (state.parsed())
-      failUsage("state takes sample, synth or check");
-   if (trace.parsed())
-      failUsage("trace takes dump");
+// The words that stand behind a command.
+std::string listed(CLI::App const& command, std::string const& conjunction) {
+   std::vector<CLI::App const*> const commands = command.get_subcommands([](CLI::App const*) { return true; });
+   std::string names = commands.front()->get_name();
+   for (std::size_t i = 1; i < commands.size(); ++i)
+      names.append(i + 1 == commands.size() ? " " + conjunction + " " : ", ").append(commands[i]->get_name());
+   return names;
+}
+
+// The command of the line that needs a word behind it and hasn't got it, or null.
+CLI::App const* commandInNeed(CLI::App const& app) {
+   CLI::App const* command = &app;
+   while (!command->get_subcommands().empty())
+      command = command->get_subcommands().front();
+   return command->get_require_subcommand_min() == 0 ? nullptr : command;
+}
+
+[[noreturn]] void failCommand(CLI::App const& app, CLI::App const& command) {
+   if (&command != &app)
+      failUsage(command.get_name() + " takes " + listed(command, "or"));
    std::vector<std::string> const words = app.remaining();
    if (words.empty())
-      failUsage("give a command: tunnel, status, state or trace");
-   failUsage("there is no command '" + words.front() + "', only tunnel, status, state and trace");
+      failUsage("give a command: " + listed(app, "or"));
+   failUsage("there is no command '" + words.front() + "', only " + listed(app, "and"));
 }
 
 TraceRequest readTrace(Values const& values) {
@@ -173,6 +188,10 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    trace.require_subcommand(1);
    CLI::App& dump = *trace.add_subcommand("dump", "Print the traced calls in order");
    dump.add_option("FILE", values.traceFile, "the trace")->required()->type_name("");
+   CLI::App& schema = *app.add_subcommand("schema", "Print the JSON Schema of the JSON views");
+   schema.require_subcommand(1);
+   CLI::App const& schemaOfTunnel = *schema.add_subcommand("tunnel", "That of every tunnel view");
+   schema.add_subcommand("status", "That of the status view");
 
    try {
       app.parse(reversed(words));
@@ -181,9 +200,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    } catch (CLI::CallForVersion const& version) {
       return PrintRequest{std::string(version.what()) + '\n'};
    } catch (CLI::RequiredError const& error) {
-      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()) ||
-          (trace.parsed() && trace.get_subcommands().empty()))
-         failCommand(app, state, trace);
+      if (CLI::App const* const command = commandInNeed(app))
+         failCommand(app, *command);
       failUsage(error.what());
    } catch (CLI::ParseError const& error) {
       failUsage(inLowerCase(error.what()));
@@ -206,6 +224,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
       failUsage("--trace and --trace-text go with tunnel and status");
    if (dump.parsed())
       return DumpRequest{readFileName("FILE", values.traceFile)};
+   if (schema.parsed())
+      return PrintRequest{std::string(schemaOfTunnel.parsed() ? tunnelSchema() : statusSchema())};
    if (sample.parsed())
       return SampleRequest();
    if (synth.parsed())

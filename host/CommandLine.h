@@ -60,7 +60,7 @@ struct DumpRequest {
    std::string traceFile;
 };
 
-// --help and --version
+// --help, --version and lershow schema
 struct PrintRequest {
    std::string text;
 };
