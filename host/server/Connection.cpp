@@ -32,13 +32,6 @@ private:
    sigset_t before_;
 };
 
-// What a client has sent behind its request. The system would otherwise tell it that the connection broke.
-void dropInput(int descriptor) noexcept {
-   char bytes[4096];
-   for (int i = 0; i < 64 && recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT) > 0; ++i)
-      ;
-}
-
 } // namespace
 
 Connection::Connection(Descriptor client, LiveState& state, WakeUp const& owner, std::chrono::milliseconds timeout)

@@ -33,4 +33,10 @@ bool sendAll(int descriptor, std::string_view text, std::chrono::milliseconds ti
    return true;
 }
 
+void dropInput(int descriptor) noexcept {
+   char bytes[4096];
+   for (int i = 0; i < 64 && recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT) > 0; ++i)
+      ;
+}
+
 } // namespace Host

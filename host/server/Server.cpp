@@ -14,6 +14,11 @@ namespace Host {
 
 namespace {
 
+void refuse(int client, std::string_view message) noexcept {
+   sendSome(client, message);
+   dropInput(client);
+}
+
 constexpr std::chrono::milliseconds retryAfter(100);
 
 } // namespace
@@ -99,14 +104,14 @@ void Server::serve(Descriptor client) {
    // One that has been told its end may already be back.
    reap();
    if (connections_.size() >= options_.maxClients) {
-      sendSome(client.get(), "error: there are as many clients as the server takes; try again later\n");
+      refuse(client.get(), "error: there are as many clients as the server takes; try again later\n");
       return;
    }
    Connection& connection = connections_.emplace_back(std::move(client), state_, wakeUp_, options_.clientTimeout);
    try {
       connection.start();
    } catch (std::system_error const&) {
-      sendSome(connection.descriptor(), "error: the server has no thread left; try again later\n");
+      refuse(connection.descriptor(), "error: the server has no thread left; try again later\n");
       connections_.pop_back();
    }
 }
