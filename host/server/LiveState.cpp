@@ -16,8 +16,8 @@ RouterState LiveState::current() const {
 }
 
 void LiveState::apply(Change const& change) {
-   // Ends up with the former handles, and is the last to go: what only they hold may take long to be given back.
-   RouterState state = current();
+   // Ends up with the former handles, and outlives the lock: what only they hold may take long to be given back.
+   RouterState state;
    std::lock_guard const writing(changing_);
    state = current();
    bool const hadClock = state.clock.has_value();
