@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -21,6 +22,12 @@ struct Values {
    std::optional<std::string> format;
    bool json = false;
    std::optional<std::string> stateFile;
+   std::optional<std::string> connect;
+   std::string watch;
+   std::string socket;
+   std::string mode = "0600";
+   std::string clientTimeout = "30";
+   std::string maxClients = "64";
    std::string tunnels;
    std::string seed = "0";
    std::string damage = "0";
@@ -70,6 +77,46 @@ double readShare(std::string const& option, std::string const& text) {
    return share;
 }
 
+// Seconds with a fraction, from a tenth of one to a day.
+std::chrono::milliseconds readSeconds(std::string const& option, std::string const& text) {
+   double seconds = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+   if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0.1 && seconds <= 86400))
+      failUsage(option + " takes seconds from 0.1 to 86400, not '" + text + "'");
+   return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+std::uint32_t readMode(std::string const& text) {
+   std::uint32_t mode = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), mode, 8);
+   if (error != std::errc() || end != text.data() + text.size() || mode > 0777)
+      failUsage("--mode takes permissions from 0 to 0777, not '" + text + "'");
+   return mode;
+}
+
+ShowSource readSource(Values const& values) {
+   ShowSource source;
+   source.stateFile = readFileName("--state", values.stateFile);
+   source.socketPath = readFileName("--connect", values.connect);
+   if (values.stateFile && values.connect)
+      failUsage("--state and --connect exclude each other; give one of them");
+   if (!values.watch.empty())
+      source.watchInterval = readSeconds("--watch", values.watch);
+   return source;
+}
+
+ServeRequest readServe(Values const& values) {
+   ServeRequest request;
+   request.socketPath = readFileName("--socket", values.socket);
+   request.stateFile = readFileName("--state", values.stateFile);
+   request.mode = readMode(values.mode);
+   request.clientTimeout = readSeconds("--client-timeout", values.clientTimeout);
+   request.maxClients = readNumber("--max-clients", values.maxClients, 10000);
+   if (request.maxClients == 0)
+      failUsage("--max-clients takes a number from 1 on");
+   return request;
+}
+
 // The history may be asked for in detail; any other two views exclude each other.
 void checkViews(ShowTunnelRequest const& request) {
    std::string views;
@@ -100,6 +147,25 @@ void addOutputOptions(CLI::App& command, Values& values) {
          .add_option("--state", values.stateFile, "state to show, - for standard input; without it the sample network")
          ->type_name("FILE");
    addTraceOptions(command, values);
+   command.add_option("--connect", values.connect, "ask the server at this socket instead")->type_name("PATH");
+   command.add_option("--watch", values.watch, "show it again and again, this many seconds apart")
+         ->type_name("SECONDS");
+}
+
+CLI::App& addServe(CLI::App& app, Values& values) {
+   CLI::App& command = *app.add_subcommand("serve", "Serve the views of a live router, and take changes of its state");
+   command.add_option("--socket", values.socket, "the Unix socket to serve at")->required()->type_name("PATH");
+   command
+         .add_option("--state", values.stateFile,
+                     "state to begin with, - for standard input; without it the sample network")
+         ->type_name("FILE");
+   command.add_option("--mode", values.mode, "permissions of the socket (0600)")->type_name("OCTAL");
+   command
+         .add_option("--client-timeout", values.clientTimeout,
+                     "a client that takes nothing of its answer for so long is cut off (30)")
+         ->type_name("SECONDS");
+   command.add_option("--max-clients", values.maxClients, "connections at once (64)")->type_name("N");
+   return command;
 }
 
 CLI::App& addTunnel(CLI::App& app, Values& values) {
@@ -148,7 +214,10 @@ CLI::App const* commandInNeed(CLI::App const& app) {
    failUsage("there is no command '" + words.front() + "', only " + listed(app, "and"));
 }
 
+// The calls of a server are its own.
 TraceRequest readTrace(Values const& values) {
+   if (values.connect && (values.traceFile || values.traceText))
+      failUsage("--trace and --trace-text don't go with --connect");
    return {readFileName("--trace", values.traceFile), values.traceText};
 }
 
@@ -167,12 +236,15 @@ std::vector<std::string> reversed(std::vector<std::string> words) {
 
 Request parseCommandLine(std::vector<std::string> const& words) {
    Values values;
-   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file.", "lershow");
+   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file, or from a "
+                "router that is served.",
+                "lershow");
    app.set_help_flag("--help", "Print this and end");
    app.set_version_flag("--version", "lershow " LER_VERSION);
    app.require_subcommand(1);
    CLI::App const& tunnel = addTunnel(app, values);
    CLI::App const& status = addStatus(app, values);
+   CLI::App const& serve = addServe(app, values);
    CLI::App& state = *app.add_subcommand("state", "Write or check state files");
    state.require_subcommand(1);
    CLI::App const& sample = *state.add_subcommand("sample", "Write the state of the sample network");
@@ -209,19 +281,21 @@ Request parseCommandLine(std::vector<std::string> const& words) {
 
    if (tunnel.parsed()) {
       values.tunnel.format = readFormat(values);
-      values.tunnel.stateFile = readFileName("--state", values.stateFile);
+      values.tunnel.source = readSource(values);
       values.tunnel.trace = readTrace(values);
       checkViews(values.tunnel);
       return values.tunnel;
    }
    if (status.parsed()) {
       values.status.format = readFormat(values);
-      values.status.stateFile = readFileName("--state", values.stateFile);
+      values.status.source = readSource(values);
       values.status.trace = readTrace(values);
       return values.status;
    }
    if (app.count("--trace") + app.count("--trace-text") != 0)
       failUsage("--trace and --trace-text go with tunnel and status");
+   if (serve.parsed())
+      return readServe(values);
    if (dump.parsed())
       return DumpRequest{readFileName("FILE", values.traceFile)};
    if (schema.parsed())

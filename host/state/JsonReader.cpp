@@ -193,7 +193,9 @@ void JsonReader::failHere(std::string_view expected) const {
 
 void JsonReader::failAt(char const* place, std::string_view expected, std::string_view found) const {
    auto const position = static_cast<std::size_t>(place - text_.data());
-   std::string message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
+   std::string message;
+   if (!fileName_.empty())
+      message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
    if (!path_.empty())
       message.append(path()).append(": ");
    message.append("expected ").append(expected).append(", found ");

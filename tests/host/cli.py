@@ -54,8 +54,8 @@ class CommandLine(unittest.TestCase):
     def test_usage_errors(self):
         end = "; see lershow --help\n"
         for words, message in (
-                ([], "give a command: tunnel, status, state or trace"),
-                (["show"], "there is no command 'show', only tunnel, status, state and trace"),
+                ([], "give a command: tunnel, status, serve, state, trace or schema"),
+                (["show"], "there is no command 'show', only tunnel, status, serve, state, trace and schema"),
                 (["tunnel", "--summary", "--history"],
                  "give one view instead of --summary, --history (only --detail goes with --history)"),
                 (["tunnel", "a", "b"], "the following argument was not expected: b"),
