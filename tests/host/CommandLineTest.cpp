@@ -51,7 +51,7 @@ TEST(CommandLine, views) {
       EXPECT_EQ(request.subTunnel, row.subTunnel);
       EXPECT_EQ(request.format, Format::text);
       EXPECT_EQ(request.tunnelName, "");
-      EXPECT_EQ(request.stateFile, "");
+      EXPECT_EQ(request.source.stateFile, "");
    }
 }
 
