@@ -41,6 +41,22 @@ T numberAt(std::byte const* bytes) noexcept {
    return number;
 }
 
+// Of a file that begins with these bytes, as many as a header has or all that there are.
+Geometry checkedGeometry(Brindle::String const& fileName, std::vector<std::byte> const& bytes) {
+   if (bytes.size() < sizeof FileHeader::fileMagic ||
+       std::memcmp(bytes.data(), &FileHeader::fileMagic, sizeof FileHeader::fileMagic) != 0)
+      fail(fileName, "it is not a trace file");
+   if (bytes.size() < sizeof(FileHeader))
+      fail(fileName, "it is cut short");
+   if (numberAt<std::uint32_t>(bytes.data() + offsetof(FileHeader, byteOrder)) != FileHeader::nativeByteOrder)
+      fail(fileName, "it was written on a machine of another byte order, or is damaged");
+   Geometry const geometry{numberAt<std::uint32_t>(bytes.data() + offsetof(FileHeader, descriptionCapacity)),
+                           numberAt<std::uint32_t>(bytes.data() + offsetof(FileHeader, slotCapacity))};
+   if (!geometry.isValid())
+      fail(fileName, "it is damaged");
+   return geometry;
+}
+
 bool isPrintable(std::string_view text) noexcept {
    return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
 }
@@ -52,32 +68,31 @@ TraceReader::TraceReader(Brindle::String const& fileName) {
    if (file.number() < 0)
       fail(fileName, std::strerror(errno));
    readMore(fileName, file, sizeof(FileHeader), bytes_);
-   if (bytes_.size() < sizeof FileHeader::fileMagic ||
-       std::memcmp(bytes_.data(), &FileHeader::fileMagic, sizeof FileHeader::fileMagic) != 0)
-      fail(fileName, "it is not a trace file");
-   if (bytes_.size() < sizeof(FileHeader))
-      fail(fileName, "it is cut short");
-   if (numberAt<std::uint32_t>(bytes_.data() + offsetof(FileHeader, byteOrder)) != FileHeader::nativeByteOrder)
-      fail(fileName, "it was written on a machine of another byte order, or is damaged");
-   Geometry const geometry{numberAt<std::uint32_t>(bytes_.data() + offsetof(FileHeader, descriptionCapacity)),
-                           numberAt<std::uint32_t>(bytes_.data() + offsetof(FileHeader, slotCapacity))};
-   auto const count = numberAt<std::uint32_t>(bytes_.data() + offsetof(FileHeader, descriptionCount));
-   skipped_ = numberAt<std::uint64_t>(bytes_.data() + offsetof(FileHeader, skippedRecords));
-   if (!geometry.isValid() || count > geometry.descriptions)
-      fail(fileName, "it is damaged");
+   Geometry const geometry = checkedGeometry(fileName, bytes_);
    readMore(fileName, file, geometry.fileSize() - bytes_.size(), bytes_);
    if (bytes_.size() < geometry.fileSize())
       fail(fileName, "it is cut short");
-   if (!readDescriptions(count))
+
+   // A file that is being written is read once more: then a slot that a writer was at work on has another state, and
+   // every record of the first reading has its description.
+   std::vector<std::byte> later;
+   if (lseek(file.number(), 0, SEEK_SET) == 0)
+      readMore(fileName, file, geometry.fileSize(), later);
+   if (later.size() < geometry.fileSize())
+      later = bytes_;
+   skipped_ = numberAt<std::uint64_t>(later.data() + offsetof(FileHeader, skippedRecords));
+   if (!readDescriptions(geometry, later))
       fail(fileName, "its descriptions are damaged");
-   readSlots(geometry);
+   readSlots(geometry, later);
 }
 
-bool TraceReader::readDescriptions(std::uint32_t count) {
-   descriptions_.resize(count);
-   if (count != 0)
-      std::memcpy(descriptions_.data(), bytes_.data() + Geometry().descriptionsOffset(), count * sizeof(Description));
+bool TraceReader::readDescriptions(Geometry const& geometry, std::vector<std::byte> const& bytes) {
+   auto const count = numberAt<std::uint32_t>(bytes.data() + offsetof(FileHeader, descriptionCount));
+   if (count > geometry.descriptions)
+      return false;
    for (std::size_t i = 0; i < count; ++i) {
+      descriptions_.push_back(
+            numberAt<Description>(bytes.data() + geometry.descriptionsOffset() + i * sizeof(Description)));
       if (!isSound(i))
          return false;
    }
@@ -110,12 +125,14 @@ std::string_view TraceReader::typeString(Component component) const noexcept {
                                 : fieldText(descriptions_[component - firstType].typeString);
 }
 
-void TraceReader::readSlots(Geometry const& geometry) {
+void TraceReader::readSlots(Geometry const& geometry, std::vector<std::byte> const& later) {
    for (std::size_t i = 0; i < geometry.slots; ++i) {
-      std::byte const* const bytes = bytes_.data() + geometry.slotsOffset() + i * sizeof(Slot);
+      std::size_t const offset = geometry.slotsOffset() + i * sizeof(Slot);
+      std::byte const* const bytes = bytes_.data() + offset;
       auto const state = numberAt<std::uint64_t>(bytes + offsetof(Slot, state));
+      bool const isAtRest = (state & 1) == 0 && state == numberAt<std::uint64_t>(later.data() + offset);
       std::uint64_t const number = state / 2;
-      if (number != 0 && (state & 1) == 0)
+      if (number != 0 && isAtRest)
          slots_.push_back({number, (number - 1) % geometry.slots == i, bytes});
    }
    std::ranges::sort(slots_, {}, &StoredSlot::number);

@@ -49,10 +49,11 @@ private:
    };
    class Values;
 
-   bool readDescriptions(std::uint32_t count);
+   bool readDescriptions(Geometry const& geometry, std::vector<std::byte> const& bytes);
    bool isSound(std::size_t index) const;
    std::string_view typeString(Component component) const noexcept;
-   void readSlots(Geometry const& geometry);
+   // `later` is the file as it was read once more.
+   void readSlots(Geometry const& geometry, std::vector<std::byte> const& later);
    // Each tells whether the values of the record suffice.
    template<class T>
    static bool putPlain(Twine::Text& text, Values& values);

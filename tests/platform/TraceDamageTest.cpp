@@ -145,7 +145,7 @@ TEST_F(TraceDamage, fieldsOfTheHeaderAndTheDescriptions) {
               {offsetof(FileHeader, slotCapacity), 0, "it is damaged"},
               {offsetof(FileHeader, slotCapacity), 5, "it is cut short"},
               {offsetof(FileHeader, slotCapacity) + 3, 127, "it is damaged"},
-              {offsetof(FileHeader, descriptionCount), 6, "it is damaged"},
+              {offsetof(FileHeader, descriptionCount), 6, "its descriptions are damaged"},
               {types + offsetof(Description, kind), 3, "its descriptions are damaged"},
               {types + offsetof(Description, kind), 2, "its descriptions are damaged"},
               {types + offsetof(Description, componentCount), 0, "its descriptions are damaged"},
