@@ -51,7 +51,7 @@ TEST(CommandLine, views) {
       EXPECT_EQ(request.subTunnel, row.subTunnel);
       EXPECT_EQ(request.format, Format::text);
       EXPECT_EQ(request.tunnelName, "");
-      EXPECT_EQ(request.stateFile, "");
+      EXPECT_EQ(request.source.stateFile, "");
    }
 }
 
@@ -140,8 +140,8 @@ TEST(CommandLine, helpAndVersion) {
    for (Words const& words : std::vector<Words>{{"--help"}, {"tunnel", "--help"}, {"state", "check", "--help"}})
       EXPECT_NE(std::get<PrintRequest>(parseCommandLine(words)).text.find("Usage: lershow"), std::string::npos);
    std::string const help = std::get<PrintRequest>(parseCommandLine({"tunnel", "--help"})).text;
-   for (char const* option :
-        {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format", "--json", "--state FILE"})
+   for (char const* option : {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format",
+                              "--json", "--state FILE", "--connect PATH", "--watch SECONDS"})
       EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 

@@ -54,8 +54,8 @@ class CommandLine(unittest.TestCase):
     def test_usage_errors(self):
         end = "; see lershow --help\n"
         for words, message in (
-                ([], "give a command: tunnel, status or state"),
-                (["show"], "there is no command 'show', only tunnel, status and state"),
+                ([], "give a command: tunnel, status, serve or state"),
+                (["show"], "there is no command 'show', only tunnel, status, serve and state"),
                 (["tunnel", "--summary", "--history"],
                  "give one view instead of --summary, --history (only --detail goes with --history)"),
                 (["tunnel", "a", "b"], "the following argument was not expected: b"),
