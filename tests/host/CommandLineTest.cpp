@@ -156,8 +156,8 @@ TEST(CommandLine, helpAndVersion) {
    for (Words const& words : std::vector<Words>{{"--help"}, {"tunnel", "--help"}, {"state", "check", "--help"}})
       EXPECT_NE(std::get<PrintRequest>(parseCommandLine(words)).text.find("Usage: lershow"), std::string::npos);
    std::string const help = std::get<PrintRequest>(parseCommandLine({"tunnel", "--help"})).text;
-   for (char const* option :
-        {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format", "--json", "--state FILE"})
+   for (char const* option : {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format",
+                              "--json", "--state FILE", "--connect PATH", "--watch SECONDS"})
       EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
