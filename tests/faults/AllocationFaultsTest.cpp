@@ -21,12 +21,12 @@ using namespace Tests;
 
 namespace {
 
-// A tunnel of each kind: P2P, split and P2MP.
+// Tunnels of each kind, P2P, split and P2MP, and one amid its replacement.
 std::string stateText() {
    char* bytes = nullptr;
    std::size_t size = 0;
    std::FILE* const file = open_memstream(&bytes, &size);
-   EXPECT_EQ(Host::writeSynth(file, {.tunnels = 4, .seed = 79}), 0);
+   EXPECT_EQ(Host::writeSynth(file, {.tunnels = 5, .seed = 13}), 0);
    std::fclose(file);
    std::string text(bytes, size);
    std::free(bytes);
