@@ -19,6 +19,10 @@ if(LER_SANITIZE)
    # The checks that a sanitizer adds make GCC take the unused part of a variant for something that is read.
    target_compile_options(ler_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+if(LER_FUZZ)
+   # libFuzzer sees which branches an input takes.
+   target_compile_options(ler_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # The programs that the tsan preset builds and runs.
 add_custom_target(concurrent_tests)

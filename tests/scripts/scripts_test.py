@@ -213,5 +213,47 @@ class TestScriptTest(Sandbox):
         self.assertEqual(self.run_script("test", "release")[0], 1)
 
 
+class FuzzTest(Sandbox):
+    """With two targets; a program leaves its arguments behind and fails when the file `broken` names it."""
+
+    def setUp(self):
+        super().setUp()
+        for target in ("Loader", "Order"):
+            (self.root / "tests/fuzz/corpus" / target).mkdir(parents=True)
+        programs = self.root / "build/fuzz/tests/fuzz"
+        programs.mkdir(parents=True)
+        (self.root / "build/fuzz/build.ninja").touch()
+        (self.root / "build/fuzz/current").touch()
+        self.broken = self.top / "broken"
+        self.broken.touch()
+        for target in ("Loader", "Order"):
+            program = programs / f"fuzz_{target}"
+            program.write_text(f"#!/bin/sh\necho {target} $1 >> '{self.calls}'\n"
+                               f"echo stat::number_of_executed_units: 17\necho the log of {target}\n"
+                               f"! grep -qx {target} '{self.broken}'\n")
+            program.chmod(0o755)
+
+    def test_the_targets_share_the_seconds(self):
+        status, out, _, calls = self.run_script("fuzz", "60")
+        self.assertEqual((status, out.splitlines()[-1]), (0, "no target broke"))
+        self.assertEqual(calls, ["Loader -max_total_time=30", "Order -max_total_time=30"])
+
+    def test_one_target_has_them_all(self):
+        self.assertEqual(self.run_script("fuzz", "60", "Order")[3], ["Order -max_total_time=60"])
+
+    def test_a_target_that_breaks_shows_its_log_and_the_next_one_runs(self):
+        self.broken.write_text("Loader\n")
+        status, out, err, calls = self.run_script("fuzz", "60")
+        self.assertEqual((status, len(calls)), (1, 2))
+        self.assertIn("the log of Loader", out)
+        self.assertEqual(err, "fuzz: Loader broke; the inputs are in build/fuzz/findings\n")
+
+    def test_wrong_usage_says_what_to_do(self):
+        self.assertEqual(self.run_script("fuzz"),
+                         (2, "", "fuzz: give the number of seconds that the targets share\n", []))
+        self.assertEqual(self.run_script("fuzz", "60", "Elsewhere"),
+                         (2, "", "fuzz: there is no target Elsewhere; the targets are Loader Order\n", []))
+
+
 if __name__ == "__main__":
     unittest.main()
