@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/CommandLine.h"
+#include "vane/TraceHandle.h"
 
 namespace Host {
 
@@ -12,6 +13,9 @@ public:
    ~Tracing();
    Tracing(Tracing const&) = delete;
    Tracing& operator=(Tracing const&) = delete;
+
+private:
+   Vane::TraceHandle& facility_;
 };
 
 } // namespace Host

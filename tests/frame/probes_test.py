@@ -1,7 +1,5 @@
 """Finds display functions that don't start with a probe, and probes with other arguments than those agreed.
 
-usage: probes_test.py ROOT_OF_THE_CHECKOUT
-
 A display function is, in the rooms below,
   - a member of a command object that takes parameters: those without any are the accessors of its tables;
   - a free function that renders, looks something up, sizes a column or counts, which its first word tells.
@@ -11,10 +9,9 @@ aren't display functions, nor are the two walks below; helpers in text/ and outp
 
 import pathlib
 import re
-import sys
 import unittest
 
-ROOT = pathlib.Path(sys.argv.pop(1) if len(sys.argv) > 1 else ".")
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 ROOMS = ("detail", "frame", "history", "lsp", "status", "summary")
 COMMANDS = ("ShowRsvpLerTunnel", "ShowRsvpLer")
 VERBS = re.compile("(render|get|set|aggregate|count|start|end)[A-Z]")

@@ -161,6 +161,16 @@ TEST_F(TraceDamage, fieldsOfTheHeaderAndTheDescriptions) {
       EXPECT_EQ(outcome(withByte(row.offset, row.byte)), complaint(row.outcome)) << row.offset;
 }
 
+// Whose type string is right, and that never ends.
+TEST_F(TraceDamage, aTypeMadeOfItself) {
+   std::size_t const child = geometry.descriptionsOffset() + sizeof(Description);
+   std::string bytes = sound_;
+   bytes[child + offsetof(Description, componentCount)] = 1;
+   bytes[child + offsetof(Description, components)] = firstType + 1;
+   bytes[child + offsetof(Description, format)] = 'x'; // has one place left
+   EXPECT_EQ(outcome(bytes), complaint("its descriptions are damaged"));
+}
+
 TEST_F(TraceDamage, fieldsOfARecord) {
    std::size_t const first = geometry.slotsOffset(); // holds record 5
    std::string const rest = "function <name/2>.6, twice=12; ";
