@@ -74,7 +74,9 @@ TEST(RequestLine, IsReadBackAsTheSameView) {
          EXPECT_EQ(read.source.stateFile, "");
       }
    }
-   EXPECT_EQ(requestLine(ShowStatusRequest{Format::json, {}}), "status --json");
+   ShowStatusRequest status;
+   status.format = Format::json;
+   EXPECT_EQ(requestLine(status), "status --json");
 }
 
 TEST(RequestLine, RefusesALineFeed) {
