@@ -130,7 +130,7 @@ class BuildAndRunTest(Sandbox):
 
     def test_setup_installs_what_is_missing_and_no_more(self):
         (self.top / "installed").write_text("g++\nninja-build\nlibgtest-dev\nlibgmock-dev\nlibsimdjson-dev\n"
-                                            "libcli11-dev\nnlohmann-json3-dev\npython3\n")
+                                            "libcli11-dev\nnlohmann-json3-dev\npython3\nsocat\n")
         status, out, err, calls = self.run_script("setup")
         self.assertEqual((status, out), (0, ""))
         self.assertEqual(err.splitlines()[0], "setup: installing cmake clang-format")
