@@ -42,9 +42,9 @@ protected:
 };
 
 TEST_F(ListeningSocketTest, HasItsPermissionsWhateverTheMask) {
-   for (mode_t const mask : {0, 022, 077, 0777}) {
+   for (mode_t const mask : {0u, 022u, 077u, 0777u}) {
       mode_t const before = umask(mask);
-      for (mode_t const mode : {0600, 0660, 0666, 0777}) {
+      for (mode_t const mode : {0600u, 0660u, 0666u, 0777u}) {
          ListeningSocket const socket(path(), mode);
          struct stat status {};
          ASSERT_EQ(stat(path().c_str(), &status), 0);

@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -37,8 +39,10 @@ ServerOptions at(std::string const& path, ServerOptions options) {
 
 LiveServer::LiveServer(RouterState state, ServerOptions options)
       : directory_(newDirectory()), path_(directory_ + "/socket"),
-        server_(std::make_unique<Server>(at(path_, std::move(options)), std::move(state))),
-        thread_([this] { server_->run(); }) {
+        server_(std::make_unique<Server>(at(path_, std::move(options)), std::move(state))), thread_([this] {
+           threadId_ = gettid();
+           server_->run();
+        }) {
 }
 
 LiveServer::~LiveServer() {
@@ -52,6 +56,13 @@ LiveServer::~LiveServer() {
 void LiveServer::join() {
    if (thread_.joinable())
       thread_.join();
+}
+
+// A thread has the priority of the one that made it.
+void LiveServer::favourThoseBefore() {
+   while (threadId_ == 0)
+      std::this_thread::yield();
+   setpriority(PRIO_PROCESS, static_cast<id_t>(threadId_.load()), 10);
 }
 
 Peer::Peer(std::string const& path) : descriptor_(connectTo(path)) {

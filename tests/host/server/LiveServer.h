@@ -4,6 +4,9 @@
 #include "host/server/Descriptor.h"
 #include "host/server/Server.h"
 
+#include <sys/types.h>
+
+#include <atomic>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -26,12 +29,15 @@ public:
    Server& server() noexcept { return *server_; }
    // Waits until run() has returned.
    void join();
+   // Lets the threads of connections that begin from now on have less of the processors than those before.
+   void favourThoseBefore();
 
 private:
    std::string directory_;
    std::string path_;
    CommandModule module_;
    std::unique_ptr<Server> server_;
+   std::atomic<pid_t> threadId_ = 0; // of the system
    std::thread thread_;
 };
 
