@@ -11,6 +11,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,14 @@
 // std::bad_alloc or is right all the same, nothing is lost, and the next time all is well.
 
 using namespace Tests;
+
+namespace Tests {
+
+void PrintTo(Shortage shortage, std::ostream* out) {
+   *out << (shortage == Shortage::once ? "once" : "from then on");
+}
+
+} // namespace Tests
 
 namespace {
 
