@@ -5,13 +5,17 @@ if(CCACHE)
    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+find_package(Threads REQUIRED)
+
+# How the project itself is compiled. It is for every target here, and for nobody who links one of the libraries.
 add_library(ler_options INTERFACE)
 target_include_directories(ler_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform)
 target_compile_options(ler_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                                              -fno-semantic-interposition -fno-omit-frame-pointer)
+target_link_libraries(ler_options INTERFACE Threads::Threads)
 if(LER_SANITIZE)
-   target_compile_options(ler_options INTERFACE -fsanitize=${LER_SANITIZE} -fno-sanitize-recover=all)
-   target_link_options(ler_options INTERFACE -fsanitize=${LER_SANITIZE})
+   add_compile_options(-fsanitize=${LER_SANITIZE} -fno-sanitize-recover=all)
+   add_link_options(-fsanitize=${LER_SANITIZE})
    # The checks that a sanitizer adds make GCC take the unused part of a variant for something that is read.
    target_compile_options(ler_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
@@ -19,8 +23,6 @@ if(LER_FUZZ)
    # libFuzzer sees which branches an input takes.
    target_compile_options(ler_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
-
-find_package(Threads REQUIRED)
 
 # The programs that the tsan preset builds and runs.
 add_custom_target(concurrent_tests)

@@ -1,11 +1,13 @@
 #include "host/CommandLine.h"
 
+#include "host/schema/ViewSchema.h"
 #include "host/synth/Synth.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -20,9 +22,17 @@ struct Values {
    std::optional<std::string> format;
    bool json = false;
    std::optional<std::string> stateFile;
+   std::optional<std::string> connect;
+   std::string watch;
+   std::string socket;
+   std::string mode = "0600";
+   std::string clientTimeout = "30";
+   std::string maxClients = "64";
    std::string tunnels;
    std::string seed = "0";
    std::string damage = "0";
+   std::optional<std::string> traceFile;
+   bool traceText = false;
 };
 
 // One line, whatever stood on the command line.
@@ -67,6 +77,46 @@ double readShare(std::string const& option, std::string const& text) {
    return share;
 }
 
+// Seconds with a fraction, from a tenth of one to a day.
+std::chrono::milliseconds readSeconds(std::string const& option, std::string const& text) {
+   double seconds = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+   if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0.1 && seconds <= 86400))
+      failUsage(option + " takes seconds from 0.1 to 86400, not '" + text + "'");
+   return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+std::uint32_t readMode(std::string const& text) {
+   std::uint32_t mode = 0;
+   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), mode, 8);
+   if (error != std::errc() || end != text.data() + text.size() || mode > 0777)
+      failUsage("--mode takes permissions from 0 to 0777, not '" + text + "'");
+   return mode;
+}
+
+ShowSource readSource(Values const& values) {
+   ShowSource source;
+   source.stateFile = readFileName("--state", values.stateFile);
+   source.socketPath = readFileName("--connect", values.connect);
+   if (values.stateFile && values.connect)
+      failUsage("--state and --connect exclude each other; give one of them");
+   if (!values.watch.empty())
+      source.watchInterval = readSeconds("--watch", values.watch);
+   return source;
+}
+
+ServeRequest readServe(Values const& values) {
+   ServeRequest request;
+   request.socketPath = readFileName("--socket", values.socket);
+   request.stateFile = readFileName("--state", values.stateFile);
+   request.mode = readMode(values.mode);
+   request.clientTimeout = readSeconds("--client-timeout", values.clientTimeout);
+   request.maxClients = readNumber("--max-clients", values.maxClients, 10000);
+   if (request.maxClients == 0)
+      failUsage("--max-clients takes a number from 1 on");
+   return request;
+}
+
 // The history may be asked for in detail; any other two views exclude each other.
 void checkViews(ShowTunnelRequest const& request) {
    std::string views;
@@ -83,12 +133,39 @@ void checkViews(ShowTunnelRequest const& request) {
       failUsage("give one view instead of " + views + " (only --detail goes with --history)");
 }
 
+// They may stand before the command too.
+void addTraceOptions(CLI::App& command, Values& values) {
+   command.add_option("--trace", values.traceFile, "write a trace of the calls of tunnel or status, for trace dump")
+         ->type_name("FILE");
+   command.add_flag("--trace-text", values.traceText, "write the calls to standard error");
+}
+
 void addOutputOptions(CLI::App& command, Values& values) {
    command.add_option("--format", values.format, "text (default) or json")->type_name("FORMAT");
    command.add_flag("--json", values.json, "short for --format json");
    command
          .add_option("--state", values.stateFile, "state to show, - for standard input; without it the sample network")
          ->type_name("FILE");
+   addTraceOptions(command, values);
+   command.add_option("--connect", values.connect, "ask the server at this socket instead")->type_name("PATH");
+   command.add_option("--watch", values.watch, "show it again and again, this many seconds apart")
+         ->type_name("SECONDS");
+}
+
+CLI::App& addServe(CLI::App& app, Values& values) {
+   CLI::App& command = *app.add_subcommand("serve", "Serve the views of a live router, and take changes of its state");
+   command.add_option("--socket", values.socket, "the Unix socket to serve at")->required()->type_name("PATH");
+   command
+         .add_option("--state", values.stateFile,
+                     "state to begin with, - for standard input; without it the sample network")
+         ->type_name("FILE");
+   command.add_option("--mode", values.mode, "permissions of the socket (0600)")->type_name("OCTAL");
+   command
+         .add_option("--client-timeout", values.clientTimeout,
+                     "a client that takes nothing of its answer for so long is cut off (30)")
+         ->type_name("SECONDS");
+   command.add_option("--max-clients", values.maxClients, "connections at once (64)")->type_name("N");
+   return command;
 }
 
 CLI::App& addTunnel(CLI::App& app, Values& values) {
@@ -111,13 +188,37 @@ CLI::App& addStatus(CLI::App& app, Values& values) {
    return command;
 }
 
-// A line without one of the words that it has to have, or with another in its place.
-[[noreturn]] void failCommand(std::vector<std::string> const& words, CLI::App const& state) {
-   if (state.parsed())
-      failUsage("state takes sample, synth or check");
+// The words that stand behind a command.
+std::string listed(CLI::App const& command, std::string const& conjunction) {
+   std::vector<CLI::App const*> const commands = command.get_subcommands([](CLI::App const*) { return true; });
+   std::string names = commands.front()->get_name();
+   for (std::size_t i = 1; i < commands.size(); ++i)
+      names.append(i + 1 == commands.size() ? " " + conjunction + " " : ", ").append(commands[i]->get_name());
+   return names;
+}
+
+// The command of the line that needs a word behind it and hasn't got it, or null.
+CLI::App const* commandInNeed(CLI::App const& app) {
+   CLI::App const* command = &app;
+   while (!command->get_subcommands().empty())
+      command = command->get_subcommands().front();
+   return command->get_require_subcommand_min() == 0 ? nullptr : command;
+}
+
+[[noreturn]] void failCommand(CLI::App const& app, CLI::App const& command) {
+   if (&command != &app)
+      failUsage(command.get_name() + " takes " + listed(command, "or"));
+   std::vector<std::string> const words = app.remaining();
    if (words.empty())
-      failUsage("give a command: tunnel, status or state");
-   failUsage("there is no command '" + words.front() + "', only tunnel, status and state");
+      failUsage("give a command: " + listed(app, "or"));
+   failUsage("there is no command '" + words.front() + "', only " + listed(app, "and"));
+}
+
+// The calls of a server are its own.
+TraceRequest readTrace(Values const& values) {
+   if (values.connect && (values.traceFile || values.traceText))
+      failUsage("--trace and --trace-text don't go with --connect");
+   return {readFileName("--trace", values.traceFile), values.traceText};
 }
 
 std::string inLowerCase(std::string message) {
@@ -135,12 +236,15 @@ std::vector<std::string> reversed(std::vector<std::string> words) {
 
 Request parseCommandLine(std::vector<std::string> const& words) {
    Values values;
-   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file.", "lershow");
+   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file, or from a "
+                "router that is served.",
+                "lershow");
    app.set_help_flag("--help", "Print this and end");
    app.set_version_flag("--version", "lershow " LER_VERSION);
    app.require_subcommand(1);
    CLI::App const& tunnel = addTunnel(app, values);
    CLI::App const& status = addStatus(app, values);
+   CLI::App const& serve = addServe(app, values);
    CLI::App& state = *app.add_subcommand("state", "Write or check state files");
    state.require_subcommand(1);
    CLI::App const& sample = *state.add_subcommand("sample", "Write the state of the sample network");
@@ -151,6 +255,15 @@ Request parseCommandLine(std::vector<std::string> const& words) {
          ->type_name("RATE");
    CLI::App& check = *state.add_subcommand("check", "Load a state and say what it holds");
    check.add_option("FILE", values.stateFile, "- for standard input")->required()->type_name("");
+   addTraceOptions(app, values);
+   CLI::App& trace = *app.add_subcommand("trace", "Show what --trace has written");
+   trace.require_subcommand(1);
+   CLI::App& dump = *trace.add_subcommand("dump", "Print the traced calls in order");
+   dump.add_option("FILE", values.traceFile, "the trace")->required()->type_name("");
+   CLI::App& schema = *app.add_subcommand("schema", "Print the JSON Schema of the JSON views");
+   schema.require_subcommand(1);
+   CLI::App const& schemaOfTunnel = *schema.add_subcommand("tunnel", "That of every tunnel view");
+   schema.add_subcommand("status", "That of the status view");
 
    try {
       app.parse(reversed(words));
@@ -159,8 +272,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    } catch (CLI::CallForVersion const& version) {
       return PrintRequest{std::string(version.what()) + '\n'};
    } catch (CLI::RequiredError const& error) {
-      if (app.get_subcommands().empty() || (state.parsed() && state.get_subcommands().empty()))
-         failCommand(words, state);
+      if (CLI::App const* const command = commandInNeed(app))
+         failCommand(app, *command);
       failUsage(error.what());
    } catch (CLI::ParseError const& error) {
       failUsage(inLowerCase(error.what()));
@@ -168,15 +281,25 @@ Request parseCommandLine(std::vector<std::string> const& words) {
 
    if (tunnel.parsed()) {
       values.tunnel.format = readFormat(values);
-      values.tunnel.stateFile = readFileName("--state", values.stateFile);
+      values.tunnel.source = readSource(values);
+      values.tunnel.trace = readTrace(values);
       checkViews(values.tunnel);
       return values.tunnel;
    }
    if (status.parsed()) {
       values.status.format = readFormat(values);
-      values.status.stateFile = readFileName("--state", values.stateFile);
+      values.status.source = readSource(values);
+      values.status.trace = readTrace(values);
       return values.status;
    }
+   if (app.count("--trace") + app.count("--trace-text") != 0)
+      failUsage("--trace and --trace-text go with tunnel and status");
+   if (serve.parsed())
+      return readServe(values);
+   if (dump.parsed())
+      return DumpRequest{readFileName("FILE", values.traceFile)};
+   if (schema.parsed())
+      return PrintRequest{std::string(schemaOfTunnel.parsed() ? tunnelSchema() : statusSchema())};
    if (sample.parsed())
       return SampleRequest();
    if (synth.parsed())

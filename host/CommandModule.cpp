@@ -16,7 +16,7 @@ std::string fileBesideRecords() {
    Dl_info records = {};
    dladdr(reinterpret_cast<void*>(&Rsvp::findLspGroupStatus), &records);
    std::string const file = records.dli_fname == nullptr ? "" : records.dli_fname;
-   return file.substr(0, file.rfind('/') + 1) + "libRsvpLerCliCapi.so";
+   return file.substr(0, file.rfind('/') + 1) + LER_MODULE_NAME;
 }
 
 [[noreturn]] void fail(std::string const& reason) {

@@ -10,11 +10,6 @@ namespace {
 
 using Brindle::GenericValue;
 
-void standStill(std::optional<ClockMoment> const& clock) {
-   if (clock)
-      Vane::System::fixClocks(clock->currentTime, clock->utcTime);
-}
-
 template<class Record>
 Brindle::Ptr<Record const> readOnly(Brindle::Ptr<Record> const& root) {
    return root;
@@ -29,9 +24,15 @@ GenericValue filterFor(std::string const& tunnelName) {
 
 } // namespace
 
+void setClocks(RouterState const& state) {
+   if (state.clock)
+      Vane::System::fixClocks(state.clock->currentTime, state.clock->utcTime);
+   else
+      Vane::System::releaseClocks();
+}
+
 void showTunnels(ShowTunnelRequest const& request, RouterState const& state, int descriptor) {
-   standStill(state.clock);
-   Vane::Pin const pin;
+   Vane::CommandPin const pin;
    Brindle::TypeData const& type = Brindle::typeNamed("Rsvp::Cli::ShowRsvpLerTunnel");
    GenericValue command =
          Brindle::construct(type, {state.rsvpCliConfig, state.rsvpLerCliConfig, readOnly(state.rsvpLerStatus),
@@ -43,8 +44,7 @@ void showTunnels(ShowTunnelRequest const& request, RouterState const& state, int
 }
 
 void showStatus(ShowStatusRequest const& request, RouterState const& state, int descriptor) {
-   standStill(state.clock);
-   Vane::Pin const pin;
+   Vane::CommandPin const pin;
    Brindle::TypeData const& type = Brindle::typeNamed("Rsvp::Cli::ShowRsvpLer");
    GenericValue command =
          Brindle::construct(type, {state.rsvpLerConfig, state.rsvpLerCliConfig, readOnly(state.rsvpLerStatus),

@@ -2,12 +2,20 @@
 #include "host/CommandModule.h"
 #include "host/ExitStatus.h"
 #include "host/Show.h"
+#include "host/Watch.h"
 #include "host/sample/Sample.h"
+#include "host/server/Client.h"
+#include "host/server/Serve.h"
+#include "host/server/ServerError.h"
+#include "host/server/ViewRequest.h"
 #include "host/state/LoadState.h"
 #include "host/state/SourceText.h"
 #include "host/state/StateError.h"
 #include "host/state/StateSummary.h"
 #include "host/synth/Synth.h"
+#include "host/trace/Dump.h"
+#include "host/trace/Tracing.h"
+#include "skein/TraceError.h"
 #include "vane/Interrupt.h"
 
 #include <fcntl.h>
@@ -19,6 +27,7 @@
 #include <cstring>
 #include <new>
 #include <string>
+#include <system_error>
 
 namespace Host {
 
@@ -78,20 +87,52 @@ ExitStatus afterShow() {
    return status == ExitStatus::shown ? flushed() : status;
 }
 
-ExitStatus run(ShowTunnelRequest const& request) {
-   RouterState const state = loadOrSample(request.stateFile);
+void show(ShowTunnelRequest const& request, RouterState const& state) {
+   showTunnels(request, state, STDOUT_FILENO);
+}
+
+void show(ShowStatusRequest const& request, RouterState const& state) {
+   showStatus(request, state, STDOUT_FILENO);
+}
+
+template<class ViewRequest>
+ExitStatus askAndShow(ViewRequest const& request) {
+   std::string const line = requestLine(request);
+   catchInterrupt();
+   return watch(request.source.watchInterval,
+                [&] { return askServer(request.source.socketPath, line, request.format); });
+}
+
+// A file is read again each time that it is shown.
+template<class ViewRequest>
+ExitStatus loadAndShow(ViewRequest const& request) {
+   std::string const& fileName = request.source.stateFile;
+   RouterState state = loadOrSample(fileName);
+   Tracing const tracing(request.trace);
    CommandModule const module;
    catchInterrupt();
-   showTunnels(request, state, STDOUT_FILENO);
-   return afterShow();
+   bool isCurrent = true;
+   return watch(request.source.watchInterval, [&] {
+      if (!isCurrent)
+         state = load(fileName);
+      isCurrent = fileName.empty() || fileName == "-";
+      setClocks(state);
+      show(request, state);
+      return afterShow();
+   });
+}
+
+ExitStatus run(ShowTunnelRequest const& request) {
+   return request.source.socketPath.empty() ? loadAndShow(request) : askAndShow(request);
 }
 
 ExitStatus run(ShowStatusRequest const& request) {
-   RouterState const state = loadOrSample(request.stateFile);
-   CommandModule const module;
-   catchInterrupt();
-   showStatus(request, state, STDOUT_FILENO);
-   return afterShow();
+   return request.source.socketPath.empty() ? loadAndShow(request) : askAndShow(request);
+}
+
+ExitStatus run(ServeRequest const& request) {
+   serve(request, loadOrSample(request.stateFile));
+   return ExitStatus::shown;
 }
 
 ExitStatus run(SampleRequest const&) {
@@ -106,6 +147,14 @@ ExitStatus run(SynthRequest const& request) {
 ExitStatus run(CheckRequest const& request) {
    RouterState const state = load(request.stateFile);
    return print(shownFileName(request.stateFile) + ": " + summaryText(state) + '\n');
+}
+
+ExitStatus run(DumpRequest const& request) {
+   std::uint64_t const skipped = dumpTrace(request.traceFile, stdout);
+   ExitStatus const status = flushed();
+   if (skipped != 0)
+      complain(request.traceFile + ": warning: " + std::to_string(skipped) + " calls found no room in the trace");
+   return status;
 }
 
 ExitStatus run(PrintRequest const& request) {
@@ -126,6 +175,12 @@ ExitStatus runWords(std::vector<std::string> const& words) {
       complain(error.what());
    } catch (ModuleError const& error) {
       complain(error.what());
+   } catch (Skein::TraceError const& error) {
+      complain(error.what());
+   } catch (ServerError const& error) {
+      complain(error.what());
+   } catch (std::system_error const& error) {
+      return writeFailed(error.code().value());
    } catch (std::bad_alloc const&) {
       complain("not enough memory for this state");
    }

@@ -1,6 +1,7 @@
 #include "RsvpLer/detail/Bandwidth.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/Rates.h"
 #include "RsvpLer/text/RsvpShowUtils.h"
@@ -65,6 +66,7 @@ void renderNextAdjustment(scrivo::RendererV2* renderer, OptionalMoment const& mo
 
 std::uint64_t
 ShowRsvpLerTunnel::getRequestedBwBpsForSuperTunnel(Handle<RsvpLerSubTunnelStatusColl> const& subTunnelColl) const {
+   RSVP_LER_TRACE();
    std::uint64_t requested = 0;
    if (!subTunnelColl)
       return requested;
@@ -84,6 +86,7 @@ void ShowRsvpLerTunnel::renderTunnelBandwidth(scrivo::RendererV2* renderer, Rsvp
                                               Handle<RsvpLerAutoBwConfig> const& autoBwConfigTable,
                                               Handle<RsvpLerSubTunnelStatusColl> const& subTunnelStatusColl,
                                               bool) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    if (!renderer->isJson())
       return; // spares a text view the walk over the sub-tunnels
    renderer->addJsonKeyValuePair("currentBandwidth", currentBandwidth(superTunnelStatus));
@@ -98,6 +101,7 @@ void ShowRsvpLerTunnel::renderTunnelBandwidthDetails(scrivo::RendererV2* rendere
                                                      Handle<RsvpLerAutoBwConfig> const& autoBwConfigTable,
                                                      Handle<RsvpLerSubTunnelStatusColl> const& subTunnelStatusColl,
                                                      bool showText) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    bool const signal = superTunnelConfig && superTunnelConfig->signalBandwidth;
    renderer->addJsonKeyValuePair("signalBandwidth", signal);
    if (!showText || !renderer->isText())
@@ -123,6 +127,7 @@ void renderTunnelBandwidthParams(scrivo::RendererV2* renderer, RsvpLerTunnelSpec
                                  Handle<RsvpLerAutoBwConfig> const& autoBwConfig,
                                  Handle<RsvpLerAutoBwStats> const& autoBwStats,
                                  Handle<RsvpLerBwSamplingStatusColl> const& bwSamplingStatusColl, bool showText) {
+   RSVP_LER_TRACE(tunnelSpecId);
    RsvpLerTunnelAutoBwConfig const config = findAutoBwConfig(autoBwConfig, tunnelSpecId);
    if (!config.enabled)
       return;
@@ -152,6 +157,7 @@ void renderTunnelBandwidthParams(scrivo::RendererV2* renderer, RsvpLerTunnelSpec
 
 void renderSubTunnelBandwidth(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelStatus> const& subTunnelStatus,
                               bool showText) {
+   RSVP_LER_TRACE();
    std::uint64_t const bandwidth = subTunnelStatus ? bitsPerSecond(subTunnelStatus->currentBandwidth) : 0;
    addBandwidthLine(renderer, showText, "   Bandwidth: ", bandwidth);
    renderer->addJsonKeyValuePair("currentBandwidth", bandwidth);
@@ -161,6 +167,7 @@ void ShowRsvpLerTunnel::renderSubTunnelBwNextAdjustment(scrivo::RendererV2* rend
                                                         RsvpLerTunnelSpecId const& tunnelSpecId,
                                                         RsvpLerSubTunnelConfigId const& subTunnelConfigId,
                                                         Handle<RsvpLerAutoBwStats> const& stats, bool showText) const {
+   RSVP_LER_TRACE(subTunnelConfigId);
    if (!findAutoBwConfig(autoBwConfig(), tunnelSpecId).enabled)
       return;
    auto const ofTunnel = samplingStats(stats, tunnelSpecId);
@@ -174,6 +181,7 @@ void ShowRsvpLerTunnel::renderSubTunnelSampledBandwidth(scrivo::RendererV2* rend
                                                         RsvpLerSubTunnelConfigId const& subTunnelConfigId,
                                                         Handle<RsvpLerBwSamplingStatusColl> const& samplingColl,
                                                         bool showText) const {
+   RSVP_LER_TRACE(subTunnelConfigId);
    if (!findAutoBwConfig(autoBwConfig(), tunnelSpecId).enabled)
       return;
    auto const ofTunnel = samplingStatus(samplingColl, tunnelSpecId);

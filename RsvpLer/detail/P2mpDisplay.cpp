@@ -1,6 +1,7 @@
 #include "RsvpLer/detail/Display.h"
 #include "RsvpLer/detail/TunnelAttributes.h"
 #include "RsvpLer/detail/TunnelSections.h"
+#include "RsvpLer/frame/Trace.h"
 
 // The views of P2MP tunnels.
 
@@ -90,27 +91,33 @@ std::span<P2mpSection const> p2mpSections() noexcept {
 }
 
 void renderShowTunnelP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelP2mp);
 }
 
 void renderShowTunnelDetailP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelDetailP2mp);
 }
 
 void renderShowTunnelLspP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelLspP2mp);
 }
 
 void renderShowTunnelSummaryP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelSummaryP2mp);
 }
 
 void renderShowTunnelHistoryP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryP2mp);
 }
 
 void renderShowTunnelHistoryDetailP2mp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer,
                                        TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryDetailP2mp);
 }
 

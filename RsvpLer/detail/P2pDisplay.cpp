@@ -1,6 +1,7 @@
 #include "RsvpLer/detail/Display.h"
 #include "RsvpLer/detail/TunnelAttributes.h"
 #include "RsvpLer/detail/TunnelSections.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 
 // The views of P2P tunnels.
@@ -117,32 +118,39 @@ std::span<P2pSection const> p2pSections() noexcept {
 }
 
 void renderShowTunnelP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelP2p);
 }
 
 void renderShowTunnelDetailP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelDetailP2p);
 }
 
 void renderShowTunnelLspP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelLspP2p);
 }
 
 void renderShowTunnelSummaryP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelSummaryP2p);
 }
 
 void renderShowTunnelSubTunnelSummaryP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer,
                                          TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelSubTunnelSummaryP2p);
 }
 
 void renderShowTunnelHistoryP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryP2p);
 }
 
 void renderShowTunnelHistoryDetailP2p(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer,
                                       TunnelView const& view) {
+   RSVP_LER_TRACE(view.tunnelSpecId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryDetailP2p);
 }
 

@@ -2,6 +2,7 @@
 #include "RsvpLer/detail/Composition.h"
 #include "RsvpLer/detail/Display.h"
 #include "RsvpLer/detail/TunnelAttributes.h"
+#include "RsvpLer/frame/Trace.h"
 
 // The views of the sub-tunnels of a split tunnel.
 
@@ -132,32 +133,39 @@ std::span<SubTunnelSection const> subTunnelSections() noexcept {
 }
 
 void renderShowSubTunnel(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelP2p);
 }
 
 void renderShowSubTunnelDetail(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelDetailP2p);
 }
 
 void renderShowSubTunnelLsp(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelLspP2p);
 }
 
 void renderShowSubTunnelSummary(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelSummaryP2p);
 }
 
 void renderShowTunnelSubTunnelSummary(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer,
                                       SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelSubTunnelSummaryP2p);
 }
 
 void renderShowSubTunnelHistory(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryP2p);
 }
 
 void renderShowSubTunnelHistoryDetail(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer,
                                       SubTunnelView const& view) {
+   RSVP_LER_TRACE(view.subTunnelConfigId);
    display(command, renderer, view, ShowTunnelVariant::showTunnelHistoryDetailP2p);
 }
 

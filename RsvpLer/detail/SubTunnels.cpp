@@ -1,5 +1,6 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
 #include "RsvpLer/detail/Display.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
 
@@ -63,6 +64,7 @@ void ShowRsvpLerTunnel::renderSubTunnelsForTunnel(scrivo::RendererV2* renderer, 
                                                   Handle<RsvpLerSuperTunnelStatus> const& superTunnelStatus,
                                                   Handle<RsvpLerSubTunnelStatusColl> const& subTunnelStatusColl,
                                                   ShowTunnelVariant variant) {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const samplingColl = bwSamplingStatusColl();
    auto const stats = autoBwStats();
    auto const indexMap = subTunnelIndexMap();
@@ -83,6 +85,7 @@ void ShowRsvpLerTunnel::renderSubTunnel(scrivo::RendererV2* renderer, RsvpLerTun
                                         Handle<RsvpLerAutoBwStats> const& stats,
                                         Handle<RsvpLerBwSamplingStatusColl> const& samplingColl,
                                         Handle<RsvpLerSubTunnelIndexMap> const& indexMap, ShowTunnelVariant variant) {
+   RSVP_LER_TRACE(subTunnelConfigId);
    BRINDLE_ASSERT(subTunnelConfigId.isSplit());
    SubTunnelView view;
    view.tunnelSpecId = tunnelSpecId;

@@ -1,4 +1,5 @@
 #include "RsvpLer/detail/TunnelAttributes.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/EnumText.h"
 
@@ -45,20 +46,24 @@ void renderSessionNumber(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelSt
 } // namespace
 
 void renderTunnelNameHeading(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId) {
+   RSVP_LER_TRACE(tunnelSpecId);
    addLine(renderer, true, "Tunnel ", tunnelSpecId.name);
 }
 
 void renderSubTunnelId(scrivo::RendererV2* renderer, RsvpLerSubTunnelConfigId const& subTunnelConfigId) {
+   RSVP_LER_TRACE(subTunnelConfigId);
    addLine(renderer, true, "Sub tunnel ", subTunnelConfigId.subTunnelId);
 }
 
 void renderTunnelSrc(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config, bool showText) {
+   RSVP_LER_TRACE();
    Lattice::IpGenAddr const source = config ? config->source : Lattice::IpGenAddr();
    addLine(renderer, showText, "   Source address: ", source);
    renderer->addJsonKeyValuePair("source", source);
 }
 
 void renderTunnelDst(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config, bool showText) {
+   RSVP_LER_TRACE();
    Lattice::IpGenAddr destination;
    bool const p2mp = config && config->sessionType == RsvpSessionType::p2mp;
    if (config && !p2mp && !config->destination.empty())
@@ -68,12 +73,14 @@ void renderTunnelDst(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConf
 }
 
 void renderTunnelConfigSource(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId, bool showText) {
+   RSVP_LER_TRACE(tunnelSpecId);
    addLine(renderer, showText, "   Config source: ", tunnelSourceToString(tunnelSpecId.source));
    renderer->addJsonKeyValuePair("configSource", tunnelSourceToEnumString(tunnelSpecId.source));
 }
 
 void renderTunnelProfileId(scrivo::RendererV2* renderer, Handle<RsvpLerTunnelSpec> const& tunnelSpec,
                            Handle<RsvpLerSuperTunnelConfig> const& config, bool showText) {
+   RSVP_LER_TRACE();
    RsvpLerTunnelProfileId const profile = tunnelSpec ? tunnelSpec->profile : RsvpLerTunnelProfileId();
    if (RsvpLerTunnelProfileId::isEq(profile, RsvpLerTunnelProfileId()))
       return;
@@ -88,6 +95,7 @@ void renderTunnelProfileId(scrivo::RendererV2* renderer, Handle<RsvpLerTunnelSpe
 }
 
 void renderTunnelTeps(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config, bool showText) {
+   RSVP_LER_TRACE();
    if (!config || config->aliasTeps.empty())
       return;
    addLine(renderer, showText, "   Additional endpoints:", "");
@@ -100,6 +108,7 @@ void renderTunnelTeps(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelCon
 }
 
 void renderTunnelP2mpId(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelStatus> const& status, bool showText) {
+   RSVP_LER_TRACE();
    if (!status || status->sessionId.type != p2mpSession) {
       addLine(renderer, showText, "   P2MP ID: ", "?");
       return;
@@ -111,6 +120,7 @@ void renderTunnelP2mpId(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelS
 
 void renderTunnelIndex(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId,
                        Handle<RsvpLerTunnelIndexMap> const& tunnelIndexMap, bool showText) {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const index =
          tunnelIndexMap ? tunnelIndexMap->tunnelIndexForTunnelSpecId(tunnelSpecId) : Vane::Optional<std::uint32_t>();
    if (index.hasValue())
@@ -119,6 +129,7 @@ void renderTunnelIndex(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& 
 
 void renderSubTunnelIndex(scrivo::RendererV2* renderer, RsvpLerSubTunnelConfigId const& subTunnelConfigId,
                           Handle<RsvpLerSubTunnelIndexMap> const& subTunnelIndexMap, bool showText) {
+   RSVP_LER_TRACE(subTunnelConfigId);
    std::uint32_t const index =
          subTunnelIndexMap ? subTunnelIndexMap->tunnelIndexForSubTunnelConfigId(subTunnelConfigId).valueOr(0) : 0;
    if (index != 0)
@@ -127,11 +138,13 @@ void renderSubTunnelIndex(scrivo::RendererV2* renderer, RsvpLerSubTunnelConfigId
 
 void renderTunnelSessionCliId(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelStatus> const& status,
                               bool showText) {
+   RSVP_LER_TRACE();
    renderSessionNumber(renderer, status, showText);
 }
 
 void renderSubTunnelSessionId(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelStatus> const& status,
                               bool showText) {
+   RSVP_LER_TRACE();
    renderSessionNumber(renderer, status, showText);
 }
 

@@ -1,5 +1,6 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
 #include "RsvpLer/detail/TunnelAttributes.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/EnumText.h"
 
@@ -26,6 +27,7 @@ char const* enabledOrDisabled(bool enabled) {
 
 void renderTunnelPriorities(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                             bool showText) {
+   RSVP_LER_TRACE();
    std::uint8_t const setupPriority = config ? config->setupPriority : std::uint8_t{0};
    std::uint8_t const holdPriority = config ? config->holdPriority : std::uint8_t{0};
    addLine(renderer, showText, "      Setup priority: ", setupPriority);
@@ -34,11 +36,15 @@ void renderTunnelPriorities(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTun
    renderer->addJsonKeyValuePair("holdPriority", holdPriority);
 }
 
-void ShowRsvpLerTunnel::renderTunnelMtuInformation(scrivo::RendererV2*, RsvpLerMbbTunnelConfigId const&,
-                                                   RsvpLerMbbTunnelConfigId const&, bool) const {
+void ShowRsvpLerTunnel::renderTunnelMtuInformation(scrivo::RendererV2*,
+                                                   RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
+                                                   RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
+                                                   bool) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
 }
 
 void renderTunnelFrrMode(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config, bool showText) {
+   RSVP_LER_TRACE();
    FrrMode const mode = config ? config->frrMode : FrrMode::none;
    addLine(renderer, showText, "   Fast re-route mode: ", frrModeToString(mode, false));
    renderer->addJsonKeyValuePair("frrMode", frrModeToString(mode, true));
@@ -46,6 +52,7 @@ void renderTunnelFrrMode(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnel
 
 void renderTunnelOptimization(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                               bool showText) {
+   RSVP_LER_TRACE();
    std::uint32_t const interval = config ? config->optimizationInterval : 0;
    renderer->addJsonKeyValuePair("optimizationInterval", interval);
    if (!showText)
@@ -61,6 +68,7 @@ void renderTunnelOptimization(scrivo::RendererV2* renderer, Handle<RsvpLerSuperT
 
 void renderTunnelLdpTunneling(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                               bool showText) {
+   RSVP_LER_TRACE();
    bool const ldpTunneling = config && config->ldpTunneling;
    bool const ucmp = config && config->ldpTunnelingUcmp;
    renderer->addJsonKeyValuePair("ldpTunneling", ldpTunneling);
@@ -75,6 +83,7 @@ void renderTunnelLdpTunneling(scrivo::RendererV2* renderer, Handle<RsvpLerSuperT
 
 void renderTunnelIgpShortcut(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                              bool showText) {
+   RSVP_LER_TRACE();
    bool const igpShortcut = config && config->igpShortcut;
    addLine(renderer, showText, "   IGP shortcut: ", enabledOrDisabled(igpShortcut));
    renderer->addJsonKeyValuePair("igpShortcut", igpShortcut);

@@ -1,4 +1,5 @@
 #include "RsvpLer/detail/TunnelAttributes.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/Rates.h"
 #include "RsvpLer/text/RsvpShowUtils.h"
@@ -85,11 +86,13 @@ void renderLines(scrivo::RendererV2* renderer, SplitAttrs const& attrs) {
 } // namespace
 
 void renderTunnelSplitTunnel(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config) {
+   RSVP_LER_TRACE();
    renderer->addJsonKeyValuePair("splitTunnel", config && config->splitBwEnabled);
 }
 
 void renderTunnelSplitAttrs(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                             bool showText) {
+   RSVP_LER_TRACE();
    if (!config || !config->splitBwEnabled)
       return;
    SplitAttrs const attrs = gatherSplitAttrs(*config);

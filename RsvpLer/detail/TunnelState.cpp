@@ -1,4 +1,5 @@
 #include "RsvpLer/detail/TunnelAttributes.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/EnumText.h"
 
@@ -29,6 +30,7 @@ void renderPathType(scrivo::RendererV2* renderer, char const* pathType, bool kno
 
 void renderTunnelColorAndMetric(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                                 Handle<RsvpLerSuperTunnelStatus> const& status, bool showText) {
+   RSVP_LER_TRACE();
    Cask::TristateU32 const color = status ? status->color : Cask::TristateU32();
    bool const dynamic = config && config->metricFromIgp;
    std::uint32_t metric = 0;
@@ -55,17 +57,20 @@ void renderTunnelColorAndMetric(scrivo::RendererV2* renderer, Handle<RsvpLerSupe
 
 void renderTunnelState(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelStatus> const& status, bool mbb,
                        bool showText) {
+   RSVP_LER_TRACE();
    auto const state = status ? status->state : RsvpLerTunnelState::unknown;
    renderTunnelStateCommon(renderer, tunnelStateToString(state), mbb, showText);
 }
 
 void renderSubTunnelState(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelStatus> const& status, bool mbb,
                           bool showText) {
+   RSVP_LER_TRACE();
    auto const state = status ? status->state : RsvpLerTunnelState::unknown;
    renderTunnelStateCommon(renderer, tunnelStateToString(state), mbb, showText);
 }
 
 void renderTunnelStateCommon(scrivo::RendererV2* renderer, char const* state, bool mbb, bool showText) {
+   RSVP_LER_TRACE();
    renderer->addJsonKeyValuePair("state", state);
    renderer->addJsonKeyValuePair("mbb", mbb);
    if (!showText)
@@ -77,15 +82,18 @@ void renderTunnelStateCommon(scrivo::RendererV2* renderer, char const* state, bo
 }
 
 void renderTunnelLspCount(scrivo::RendererV2* renderer, std::uint32_t lspCount, bool showText) {
+   RSVP_LER_TRACE();
    renderLspCount(renderer, lspCount, showText);
 }
 
 void renderSubTunnelLspCount(scrivo::RendererV2* renderer, std::uint32_t lspCount, bool showText) {
+   RSVP_LER_TRACE();
    renderLspCount(renderer, lspCount, showText);
 }
 
 void renderActivePathType(scrivo::RendererV2* renderer, RsvpLerLspGroupId const& lspGroupId, bool notSplit,
                           bool showText) {
+   RSVP_LER_TRACE(lspGroupId);
    if (notSplit)
       renderSubTunnelActivePathType(renderer, lspGroupId, showText);
    else
@@ -93,11 +101,13 @@ void renderActivePathType(scrivo::RendererV2* renderer, RsvpLerLspGroupId const&
 }
 
 void renderSubTunnelActivePathType(scrivo::RendererV2* renderer, RsvpLerLspGroupId const& lspGroupId, bool showText) {
+   RSVP_LER_TRACE(lspGroupId);
    bool const known = !RsvpLerLspGroupId::isEq(lspGroupId, RsvpLerLspGroupId());
    renderPathType(renderer, getSubTunnelActivePathType(lspGroupId), known, showText);
 }
 
 void renderP2mpActivePathType(scrivo::RendererV2* renderer) {
+   RSVP_LER_TRACE();
    renderer->addJsonKeyValuePair("activePathType", "primary");
 }
 

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 
 // The two command objects as such: construction, factories and the accessors of their tables.
 
@@ -166,6 +167,7 @@ Handle<RsvpLerLspRequestStatusCollTable> ShowRsvpLer::lspRequestStatusCollTable(
 
 Handle<RsvpLerLspRequestStatus>
 ShowRsvpLer::getLspRequestStatus(RsvpLerLspRequestConfigId const& lspRequestConfigId) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    return findLspRequestStatus(rsvpLerStatus, lspRequestConfigId);
 }
 

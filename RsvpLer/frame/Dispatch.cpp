@@ -1,5 +1,6 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
 #include "RsvpLer/detail/Display.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
 
@@ -47,6 +48,7 @@ void display(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, TunnelVie
 ShowTunnelVariant ShowRsvpLerTunnel::getShowTunnelVariantEnum(RsvpSessionType sessionType, bool summary,
                                                               bool lspDetails, bool detail, bool history,
                                                               bool subTunnel) const {
+   RSVP_LER_TRACE();
    using enum ShowTunnelVariant;
    bool const p2p = sessionType == RsvpSessionType::p2p;
    bool const noTable = !summary && !lspDetails;
@@ -66,6 +68,7 @@ ShowTunnelVariant ShowRsvpLerTunnel::getShowTunnelVariantEnum(RsvpSessionType se
 
 void ShowRsvpLerTunnel::renderTunnel(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId,
                                      bool summary, bool lspDetails, bool detail, bool history, bool subTunnel) {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const configs = superTunnelConfigColl();
    auto const statuses = superTunnelStatusColl();
    auto const subTunnelStatuses = subTunnelStatusCollTable();

@@ -1,5 +1,6 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
 #include "RsvpLer/frame/RenderCommand.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/text/TunnelOrder.h"
 
 // The listing of the tunnels that a command concerns.
@@ -36,6 +37,7 @@ ListedTunnels collectTunnels(Handle<RsvpLerSuperTunnelConfigColl> const& configs
 
 void ShowRsvpLerTunnel::render(std::uint32_t socket, std::uint32_t format, ShowRsvpLerTunnelFilter const& tunnelFilter,
                                bool summary, bool lspDetails, bool detail, bool history, bool subTunnel) {
+   RSVP_LER_TRACE("format=", format);
    renderCommand(socket, format, [&](scrivo::RendererV2* renderer) {
       ListedTunnels const tunnels = collectTunnels(superTunnelConfigColl(), tunnelFilter, rsvpLerStatus);
       bool const summaryHeaders = summary && !subTunnel && renderer->isText();

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/history/EventSentence.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "RsvpLer/text/TimeText.h"
@@ -32,6 +33,7 @@ void renderReplyPath(scrivo::RendererV2* renderer, RsvpLerTunnelHistoryEntry con
 void ShowRsvpLerTunnel::renderTunnelHistoryEntry(scrivo::RendererV2* renderer, RsvpLerTunnelHistoryEntry const& entry,
                                                  bool isSubTunnel, RsvpSessionType sessionType,
                                                  Brindle::String const& indent) const {
+   RSVP_LER_TRACE();
    Sentence sentence;
    writeEventSentence(sentence, entry, isSubTunnel, sessionType);
 

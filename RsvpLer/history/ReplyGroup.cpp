@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/history/EventSentence.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "RsvpLer/text/EnumText.h"
@@ -70,6 +71,7 @@ void renderLeaf(scrivo::RendererV2* renderer, RsvpLerTunnelHistoryEntry const& e
 void ShowRsvpLerTunnel::renderP2mpCspfReplyHistoryEntry(scrivo::RendererV2* renderer,
                                                         std::vector<RsvpLerTunnelHistoryEntry> const& replies,
                                                         Brindle::String const& indent) const {
+   RSVP_LER_TRACE();
    Brindle::Duration const timestamp = replies.front().timestamp;
    LerCspfReplyHistoryData const& first = replyOf(replies.front());
    // The lowest leaf decides for the whole group, whatever the other entries say.

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/history/HistoryLog.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
@@ -36,6 +37,7 @@ void ShowRsvpLerTunnel::renderSubTunnelHistory(scrivo::RendererV2* renderer,
                                                RsvpLerSubTunnelConfigId const& subTunnelConfigId,
                                                Handle<RsvpLerSubTunnelIndexMap> const& indexMap,
                                                Brindle::String const& heading, Brindle::String const& indent) const {
+   RSVP_LER_TRACE(subTunnelConfigId);
    auto const index =
          indexMap ? indexMap->tunnelIndexForSubTunnelConfigId(subTunnelConfigId) : Vane::Optional<std::uint32_t>();
    if (!index.hasValue()) {

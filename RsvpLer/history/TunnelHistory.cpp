@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/history/HistoryLog.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
@@ -67,6 +68,7 @@ private:
 void ShowRsvpLerTunnel::renderTunnelHistory(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId,
                                             Handle<RsvpLerTunnelIndexMap> const& indexMap, RsvpSessionType sessionType,
                                             Brindle::String const& heading, Brindle::String const& indent) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const index = indexMap ? indexMap->tunnelIndexForTunnelSpecId(tunnelSpecId) : Vane::Optional<std::uint32_t>();
    if (!index.hasValue()) {
       renderer->eol();

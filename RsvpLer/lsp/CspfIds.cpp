@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 
 // What the path computation knows a group by.
@@ -37,11 +38,13 @@ void renderCspfId(scrivo::RendererV2* renderer, Handle<RsvpLerCspfPathKeyMapping
 
 void ShowRsvpLerTunnel::renderLspGroupCspfPathKey(scrivo::RendererV2* renderer, RsvpLerLspGroupId const& lspGroupId,
                                                   bool text) const {
+   RSVP_LER_TRACE(lspGroupId);
    renderCspfId(renderer, cspfPathKeyMapping(), lspGroupId, pathIdForm, text);
 }
 
 void ShowRsvpLerTunnel::renderLspGroupCspfTreeId(scrivo::RendererV2* renderer, RsvpLerLspGroupId const& lspGroupId,
                                                  bool text) const {
+   RSVP_LER_TRACE(lspGroupId);
    renderCspfId(renderer, cspfPathKeyMapping(), lspGroupId, treeIdForm, text);
 }
 

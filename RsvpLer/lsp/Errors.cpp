@@ -1,3 +1,4 @@
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/lsp/ErrorList.h"
 #include "RsvpLer/lsp/GroupRecord.h"
 #include "RsvpLer/output/Lines.h"
@@ -13,6 +14,7 @@ namespace Rsvp::Cli {
 
 void ShowRsvpLerTunnel::aggregateLspErrors(RsvpLerLspRequestConfigId const& lspRequestConfigId,
                                            Brindle::Ptr<RsvpErrorWithNodeOrderedSet> const& aggregatedErrors) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    auto const status = getLspRequestStatus(lspRequestConfigId);
    if (!status)
       return;
@@ -22,6 +24,7 @@ void ShowRsvpLerTunnel::aggregateLspErrors(RsvpLerLspRequestConfigId const& lspR
 
 void ShowRsvpLerTunnel::aggregateLspGroupErrors(
       RsvpLerLspGroupId const& lspGroupId, Brindle::Ptr<RsvpErrorWithNodeOrderedSet> const& aggregatedErrors) const {
+   RSVP_LER_TRACE(Skein::Hex(lspGroupId));
    auto const group = findGroupRecord(lspGroupStatusCollTable(), lspGroupId);
    if (!group)
       return;
@@ -30,6 +33,7 @@ void ShowRsvpLerTunnel::aggregateLspGroupErrors(
 }
 
 void ShowRsvpLerTunnel::renderError(scrivo::RendererV2* renderer, RsvpErrorWithNode const& error, bool text) const {
+   RSVP_LER_TRACE();
    // Only the text format needs the sentence, which has to be put together first.
    if (text && renderer->isText())
       addLine(renderer, text, "         ", error.errorStr(false, false));
@@ -42,6 +46,7 @@ void ShowRsvpLerTunnel::renderError(scrivo::RendererV2* renderer, RsvpErrorWithN
 
 void renderErrorList(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer, scrivo::JsonKey key,
                      RsvpErrors const& errors, bool text) {
+   RSVP_LER_TRACE();
    if (text && !errors.empty())
       renderer->addFrill("      Errors:\n");
    renderer->startJsonList(key);
@@ -69,6 +74,7 @@ void ShowRsvpLerTunnel::renderLspGroupErrors(scrivo::RendererV2* renderer,
                                              RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                              RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                              std::uint8_t groupId, bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
    auto const aggregatedErrors = gatherGroupErrors(*this, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId);
    renderErrorList(*this, renderer, "pathErrors", aggregatedErrors->errors(), text);
 }
@@ -77,6 +83,7 @@ void ShowRsvpLerTunnel::renderP2mpLspGroupTreeErrors(scrivo::RendererV2* rendere
                                                      RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                                      RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                                      bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
    auto const aggregatedErrors = gatherGroupErrors(*this, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0);
    renderErrorList(*this, renderer, "treeErrors", aggregatedErrors->errors(), text);
 }

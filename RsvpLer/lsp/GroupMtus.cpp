@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 
 #include <map>
@@ -80,6 +81,7 @@ void renderIntfMtusJson(scrivo::RendererV2* renderer, NextHops const& nextHops) 
 
 void ShowRsvpLerTunnel::renderLspGroupMtuInfo(scrivo::RendererV2* renderer, Handle<RsvpLerLspGroupStatus> const& group,
                                               bool text) const {
+   RSVP_LER_TRACE();
    if (!group || !signalsMtu(rsvpCliConfig))
       return;
    Mtu const pathMtu = group->pathMtu;
@@ -94,6 +96,7 @@ void ShowRsvpLerTunnel::renderLspGroupMtuInfo(scrivo::RendererV2* renderer, Hand
 
 void ShowRsvpLerTunnel::renderP2mpLspGroupPathMtus(scrivo::RendererV2* renderer,
                                                    Handle<RsvpLerLspGroupStatus> const& group, bool text) const {
+   RSVP_LER_TRACE();
    if (!group || !signalsMtu(rsvpCliConfig))
       return;
    if (group->pathMtu.hasValue()) {

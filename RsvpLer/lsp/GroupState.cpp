@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "RsvpLer/text/EnumText.h"
 
@@ -50,6 +51,7 @@ void ShowRsvpLerTunnel::renderLspGroupState(scrivo::RendererV2* renderer, Handle
                                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                             RsvpLerLspGroupId const& activeLspGroupId, std::uint8_t groupId,
                                             bool coldStandbyCandidate, bool primary, bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
    auto const activeGroup = getLspGroupStatus({activeMbbTunnelConfigId, groupId});
    auto const pendingGroup = getLspGroupStatus({pendingMbbTunnelConfigId, groupId});
    GroupState state = getGroupState(group, activeLspGroupId, activeGroup && pendingGroup);
@@ -69,6 +71,7 @@ void ShowRsvpLerTunnel::renderP2mpTreeState(scrivo::RendererV2* renderer,
                                             Handle<RsvpLerMbbTunnelStatus> const& activeMbbTunnelStatus,
                                             Handle<RsvpLerMbbTunnelStatus> const& pendingMbbTunnelStatus,
                                             Handle<RsvpLerLspGroupStatus> const& group, bool text) const {
+   RSVP_LER_TRACE();
    if (!activeMbbTunnelStatus)
       return;
    // Unlike those of a path, the groups of the two instances are the ones in use there, whatever their number.

@@ -1,6 +1,7 @@
 #include "RsvpLer/lsp/Leaves.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/lsp/PathHops.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "RsvpLer/text/EnumText.h"
@@ -99,6 +100,7 @@ void renderLeavesHeading(scrivo::RendererV2* renderer, Handle<RsvpLerPathSpecCon
 
 std::vector<RsvpDstId> getOrderedLeaves(Handle<RsvpLerTree> const& tree,
                                         Handle<RsvpLerLspRequestStatus> const& status) {
+   RSVP_LER_TRACE();
    std::vector<RsvpDstId> leaves;
    leaves.reserve(tree->paths.size());
    for (auto const& [leaf, path] : tree->paths)
@@ -114,6 +116,7 @@ std::vector<RsvpDstId> getOrderedLeaves(Handle<RsvpLerTree> const& tree,
 void ShowRsvpLerTunnel::renderTreeLeaves(scrivo::RendererV2* renderer,
                                          Handle<RsvpLerPathSpecConfig> const& pathSpecConfig,
                                          RsvpLerLspRequestConfigId const& lspRequestConfigId, bool text) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    renderLeavesHeading(renderer, pathSpecConfig, text);
    renderLeaves(renderer, lspRequestConfigId, text);
 }
@@ -121,29 +124,34 @@ void ShowRsvpLerTunnel::renderTreeLeaves(scrivo::RendererV2* renderer,
 void ShowRsvpLerTunnel::renderDetailedTreeLeaves(scrivo::RendererV2* renderer,
                                                  Handle<RsvpLerPathSpecConfig> const& pathSpecConfig,
                                                  RsvpLerLspRequestConfigId const& lspRequestConfigId, bool text) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    renderLeavesHeading(renderer, pathSpecConfig, text);
    renderDetailedLeaves(renderer, lspRequestConfigId, text);
 }
 
 void ShowRsvpLerTunnel::renderLeaves(scrivo::RendererV2* renderer, RsvpLerLspRequestConfigId const& lspRequestConfigId,
                                      bool text) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    renderLeafList(*this, renderer, lspRequestConfigId, false, text);
 }
 
 void ShowRsvpLerTunnel::renderDetailedLeaves(scrivo::RendererV2* renderer,
                                              RsvpLerLspRequestConfigId const& lspRequestConfigId, bool text) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    renderLeafList(*this, renderer, lspRequestConfigId, true, text);
 }
 
 void ShowRsvpLerTunnel::renderLeafEntry(scrivo::RendererV2* renderer, RsvpDstId const& leaf,
                                         Handle<RsvpLerLspRequestStatus> const& status, Handle<RsvpLerTree> const& tree,
                                         bool text) const {
+   RSVP_LER_TRACE();
    renderLeaf(renderer, leaf, status, tree, false, text);
 }
 
 void ShowRsvpLerTunnel::renderDetailedLeafEntry(scrivo::RendererV2* renderer, RsvpDstId const& leaf,
                                                 Handle<RsvpLerLspRequestStatus> const& status,
                                                 Handle<RsvpLerTree> const& tree, bool text) const {
+   RSVP_LER_TRACE();
    renderLeaf(renderer, leaf, status, tree, true, text);
 }
 

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/lsp/ErrorList.h"
 #include "RsvpLer/lsp/GroupRecord.h"
 #include "RsvpLer/lsp/PathHops.h"
@@ -120,6 +121,7 @@ void renderLspPath(scrivo::RendererV2* renderer, LspFacts const& facts) {
 void ShowRsvpLerTunnel::renderLsps(scrivo::RendererV2* renderer,
                                    RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                    RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
    renderer->startJsonList("lsps");
    renderLspsForTunnel(renderer, activeMbbTunnelConfigId, true);
    renderLspsForTunnel(renderer, pendingMbbTunnelConfigId, false);
@@ -129,6 +131,7 @@ void ShowRsvpLerTunnel::renderLsps(scrivo::RendererV2* renderer,
 void ShowRsvpLerTunnel::renderP2mpLsps(scrivo::RendererV2* renderer,
                                        RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                        RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
    renderer->startJsonList("p2mpLsps");
    renderLspsForTunnel(renderer, activeMbbTunnelConfigId, true);
    renderLspsForTunnel(renderer, pendingMbbTunnelConfigId, false);
@@ -137,6 +140,7 @@ void ShowRsvpLerTunnel::renderP2mpLsps(scrivo::RendererV2* renderer,
 
 void ShowRsvpLerTunnel::renderLspsForTunnel(scrivo::RendererV2* renderer,
                                             RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId, bool active) const {
+   RSVP_LER_TRACE(mbbTunnelConfigId);
    auto const status = getMbbTunnelStatus(mbbTunnelConfigId);
    auto const groupTable = lspGroupStatusCollTable();
    auto const groups = groupTable ? groupTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
@@ -151,6 +155,7 @@ void ShowRsvpLerTunnel::renderLspsForTunnel(scrivo::RendererV2* renderer,
 
 void ShowRsvpLerTunnel::renderLsp(scrivo::RendererV2* renderer, RsvpLerLspRequestConfigId const& lspRequestConfigId,
                                   bool inUse) const {
+   RSVP_LER_TRACE(lspRequestConfigId);
    auto const facts = gatherLsp(*this, lspRequestConfigId, inUse);
    if (!facts)
       return;

@@ -1,6 +1,7 @@
 #include "RsvpLer/lsp/LspGroupBlock.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 
 // The paths of a tunnel.
@@ -26,7 +27,6 @@ struct PathTexts {
    bool block;   // all but the details
    bool details; // MTUs and CSPF id
 };
-constexpr PathTexts plainTexts{true, false};
 
 struct PathFacts {
    RsvpLerPathSpecId pathSpecId;
@@ -78,18 +78,10 @@ void renderPath(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer,
    renderPathFacts(command, renderer, facts, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, texts);
 }
 
-void renderBothPaths(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer,
-                     RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
-                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, PathTexts texts) {
-   renderPath(command, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0, texts);
-   renderer->startJsonList("secondaryPaths");
-   renderPath(command, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1, texts);
-   renderer->endJsonList();
-}
-
 } // namespace
 
 void startLspGroupPathJson(scrivo::RendererV2* renderer, bool primary) {
+   RSVP_LER_TRACE();
    if (primary)
       renderer->startJsonDict("primaryPath");
    else
@@ -97,11 +89,13 @@ void startLspGroupPathJson(scrivo::RendererV2* renderer, bool primary) {
 }
 
 void endLspGroupPathJson(scrivo::RendererV2* renderer, bool) {
+   RSVP_LER_TRACE();
    renderer->endJsonDict();
 }
 
 void renderLspGroupPathSpec(scrivo::RendererV2* renderer, RsvpLerPathSpecId const& pathSpecId, bool primary,
                             bool text) {
+   RSVP_LER_TRACE(pathSpecId);
    addLine(renderer, text, primary ? "   Primary path: " : "   Secondary path: ", pathSpecId.name);
    renderer->addJsonKeyValuePair("specName", pathSpecId.name);
 }
@@ -109,31 +103,42 @@ void renderLspGroupPathSpec(scrivo::RendererV2* renderer, RsvpLerPathSpecId cons
 void ShowRsvpLerTunnel::renderPaths(scrivo::RendererV2* renderer,
                                     RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const {
-   renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, plainTexts);
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
+   renderLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0);
+   renderer->startJsonList("secondaryPaths");
+   renderLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1);
+   renderer->endJsonList();
 }
 
 void ShowRsvpLerTunnel::renderDetailedPaths(scrivo::RendererV2* renderer,
                                             RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, bool text) const {
-   renderBothPaths(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, {text, text});
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
+   renderDetailedLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0, text);
+   renderer->startJsonList("secondaryPaths");
+   renderDetailedLspGroup(renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 1, text);
+   renderer->endJsonList();
 }
 
 void ShowRsvpLerTunnel::renderLspGroup(scrivo::RendererV2* renderer,
                                        RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                        RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                        std::uint8_t groupId) const {
-   renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, plainTexts);
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
+   renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, {true, false});
 }
 
 void ShowRsvpLerTunnel::renderDetailedLspGroup(scrivo::RendererV2* renderer,
                                                RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                                RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                                std::uint8_t groupId, bool text) const {
+   RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
    renderPath(*this, renderer, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, {text, text});
 }
 
 void ShowRsvpLerTunnel::renderMissingPathSpecConfig(scrivo::RendererV2* renderer,
                                                     RsvpLerTunnelSpecId const& tunnelSpecId, bool primary) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    RsvpLerPathSpecId const pathSpecId = getRequestedPathSpecId(tunnelSpecId, primary);
    if (pathSpecId != RsvpLerPathSpecId()) {
       renderer->addText(primary ? "   Primary path: " : "   Secondary path: ", pathSpecId.name);

@@ -1,5 +1,6 @@
 #include "RsvpLer/lsp/LspIds.h"
 
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 
 #include <algorithm>
@@ -24,6 +25,7 @@ void appendLspId(LspIds& lspIds, RsvpLerLspRequestConfigId const& lspRequestConf
 Vane::Optional<std::uint16_t>
 getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
                       Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   RSVP_LER_TRACE(lspRequestConfigId);
    if (!lspRequestConfigId || !lspRequestStatusCollTable)
       return {};
    auto const statuses = lspRequestStatusCollTable->lspRequestStatusColl(lspRequestConfigId.lspGroupId);
@@ -34,6 +36,7 @@ getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
 LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   RSVP_LER_TRACE(mbbTunnelConfigId);
    LspIds lspIds;
    auto const groups =
          lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
@@ -50,6 +53,7 @@ LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
                                Handle<RsvpLerSubTunnelStatusCollTable> const& subTunnelStatusCollTable,
                                Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
                                Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   RSVP_LER_TRACE(tunnelSpecId);
    LspIds lspIds;
    auto const subTunnels =
          subTunnelStatusCollTable ? subTunnelStatusCollTable->subTunnelStatusColl(tunnelSpecId) : nullptr;
@@ -65,6 +69,7 @@ LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
 }
 
 void renderLspIds(scrivo::RendererV2* renderer, LspIds& lspIds, bool text) {
+   RSVP_LER_TRACE();
    std::sort(lspIds.begin(), lspIds.end());
    renderer->startJsonList("lspIds");
    if (text)

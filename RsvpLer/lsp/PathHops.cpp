@@ -1,6 +1,7 @@
 #include "RsvpLer/lsp/PathHops.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 #include "RsvpLer/text/EnumText.h"
 
@@ -17,6 +18,7 @@ char const* pathSpecTypeWord(Handle<RsvpLerPathSpecConfig> const& pathSpecConfig
 }
 
 void renderP2pHops(scrivo::RendererV2* renderer, Handle<RsvpLerTree> const& tree, bool text) {
+   RSVP_LER_TRACE();
    RsvpPathWithVersion const path = tree ? tree->p2pPath() : RsvpPathWithVersion(0);
    for (Lattice::IpGenAddr const& hop : path.hops) {
       addLine(renderer, text, "         ", hop);
@@ -27,6 +29,7 @@ void renderP2pHops(scrivo::RendererV2* renderer, Handle<RsvpLerTree> const& tree
 void ShowRsvpLerTunnel::renderLspGroupHops(scrivo::RendererV2* renderer,
                                            Handle<RsvpLerPathSpecConfig> const& pathSpecConfig,
                                            Handle<RsvpLerLspGroupStatus> const& group, bool text) const {
+   RSVP_LER_TRACE();
    char const* const typeWord = pathSpecTypeWord(pathSpecConfig);
    renderer->addJsonKeyValuePair("specType", typeWord);
    renderer->startJsonList("hops");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "RsvpLer/state/Lookups.h"
 #include "lattice/Address.h"
@@ -25,6 +26,7 @@ void renderP2pHops(scrivo::RendererV2* renderer, Handle<RsvpLerTree> const& tree
 template<class Hops>
 void renderP2mpLeafHops(scrivo::RendererV2* renderer, Hops const& hops, std::string_view firstPrefix,
                         std::string_view nextPrefix, bool text) {
+   RSVP_LER_TRACE();
    renderer->startJsonList("hops");
    std::size_t column = 0;
    for (Lattice::IpGenAddr const& hop : hops) {

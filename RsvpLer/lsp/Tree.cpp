@@ -1,6 +1,7 @@
 #include "RsvpLer/lsp/Tree.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 
 // The tree of a P2MP tunnel.
@@ -52,6 +53,7 @@ void renderTree(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer, 
 } // namespace
 
 void renderTreeSpecName(scrivo::RendererV2* renderer, RsvpLerPathSpecId const& pathSpecId, bool text) {
+   RSVP_LER_TRACE(pathSpecId);
    if (pathSpecId == RsvpLerPathSpecId())
       return;
    renderer->addJsonKeyValuePair("specName", pathSpecId.name);
@@ -62,6 +64,7 @@ void ShowRsvpLerTunnel::renderP2mpLspGroup(scrivo::RendererV2* renderer, RsvpLer
                                            Handle<RsvpLerMbbTunnelStatus> const& activeMbbTunnelStatus,
                                            Handle<RsvpLerMbbTunnelStatus> const& pendingMbbTunnelStatus,
                                            bool text) const {
+   RSVP_LER_TRACE(pathSpecId);
    renderTree(*this, renderer, pathSpecId, activeMbbTunnelStatus, pendingMbbTunnelStatus, false, text);
 }
 
@@ -69,12 +72,14 @@ void ShowRsvpLerTunnel::renderDetailedP2mpLspGroup(scrivo::RendererV2* renderer,
                                                    Handle<RsvpLerMbbTunnelStatus> const& activeMbbTunnelStatus,
                                                    Handle<RsvpLerMbbTunnelStatus> const& pendingMbbTunnelStatus,
                                                    bool text) const {
+   RSVP_LER_TRACE(pathSpecId);
    renderTree(*this, renderer, pathSpecId, activeMbbTunnelStatus, pendingMbbTunnelStatus, true, text);
 }
 
 void ShowRsvpLerTunnel::renderTreeSpecNameNoPathSpecConfig(scrivo::RendererV2* renderer,
                                                            RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                                                            bool text) const {
+   RSVP_LER_TRACE(mbbTunnelConfigId);
    if (!text || !mbbTunnelConfigId)
       return;
    RsvpLerPathSpecId const pathSpecId = getRequestedPathSpecId(mbbTunnelConfigId.subTunnelConfigId.tunnelSpecId, true);

@@ -1,6 +1,7 @@
 #include "RsvpLer/output/DescriptorWriter.h"
 
 #include "RsvpLer/output/SigIntException.h"
+#include "vane/Epoch.h"
 #include "vane/Interrupt.h"
 
 #include <fcntl.h>
@@ -93,6 +94,8 @@ void DescriptorWriter::openTerminalAgain() {
 
 void DescriptorWriter::writeAll(char const* data, std::size_t size) const {
    WriteSignalsHeld const held;
+   // A client may take as long as it likes; what agents replace meanwhile is still disposed of.
+   Vane::PinRest const rest;
    bool hungUp = false;
    while (size != 0) {
       if (kind_ == Kind::stream)

@@ -1,3 +1,4 @@
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/status/LerStatus.h"
 #include "vane/OrderedColl.h"
 
@@ -114,6 +115,7 @@ void countLsps(ShowRsvpLer const& command, LerCounts& counts) {
 } // namespace
 
 LerCounts countLer(ShowRsvpLer const& command) {
+   RSVP_LER_TRACE();
    LerCounts counts;
    countConfiguredTunnels(command.superTunnelConfigColl(), counts);
    countTunnelsUp(command.superTunnelStatusColl(), counts);

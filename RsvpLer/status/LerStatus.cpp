@@ -1,6 +1,7 @@
 #include "RsvpLer/status/LerStatus.h"
 
 #include "RsvpLer/frame/RenderCommand.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
 
 // The router-wide view.
@@ -119,6 +120,7 @@ void renderJson(scrivo::RendererV2* renderer, LerFacts const& facts, LerCounts c
 } // namespace
 
 void ShowRsvpLer::render(std::uint32_t socket, std::uint32_t format) {
+   RSVP_LER_TRACE("format=", format);
    renderCommand(socket, format, [&](scrivo::RendererV2* renderer) {
       LerFacts const facts = gatherFacts(*this);
       LerCounts const counts = countLer(*this);

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/summary/SummaryTable.h"
 #include "RsvpLer/text/EnumText.h"
 #include "RsvpLer/text/Rates.h"
@@ -52,6 +53,7 @@ std::uint32_t countLeavesUp(Handle<RsvpLerSuperTunnelStatus> const& status) {
 } // namespace
 
 void ShowRsvpLerTunnel::setP2mpTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId const& tunnelSpecId) {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const statuses = superTunnelStatusColl();
    if (!superTunnelConfigColl() || !statuses || !subTunnelStatusCollTable())
       return;
@@ -68,6 +70,7 @@ void ShowRsvpLerTunnel::setP2mpTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId c
 }
 
 void ShowRsvpLerTunnel::renderP2mpTunnelSummaryHeader(scrivo::RendererV2* renderer) const {
+   RSVP_LER_TRACE();
    if (!renderer->isText())
       return;
    renderer->addFrill("\nP2MP\n");
@@ -98,6 +101,7 @@ void ShowRsvpLerTunnel::renderP2mpTunnelSummary(scrivo::RendererV2* renderer, Rs
                                                 Handle<RsvpLerSuperTunnelStatus> const& superTunnelStatus,
                                                 Handle<RsvpLerTunnelIndexMap> const& indexMap, std::uint32_t lspCount,
                                                 bool mbb) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    if (!renderer->isText())
       return;
    P2mpCells const cells = gatherCells(tunnelSpecId, superTunnelStatus, indexMap, mbb);

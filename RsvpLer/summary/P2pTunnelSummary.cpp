@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/summary/SummaryTable.h"
 #include "RsvpLer/text/EnumText.h"
 #include "RsvpLer/text/Rates.h"
@@ -53,6 +54,7 @@ void addDestination(scrivo::RendererV2* renderer, std::uint64_t width, Lattice::
 } // namespace
 
 void ShowRsvpLerTunnel::setP2pTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId const& tunnelSpecId) {
+   RSVP_LER_TRACE(tunnelSpecId);
    auto const configs = superTunnelConfigColl();
    auto const statuses = superTunnelStatusColl();
    auto const subTunnelStatuses = subTunnelStatusCollTable();
@@ -71,6 +73,7 @@ void ShowRsvpLerTunnel::setP2pTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId co
 }
 
 void ShowRsvpLerTunnel::renderP2pTunnelSummaryHeader(scrivo::RendererV2* renderer) const {
+   RSVP_LER_TRACE();
    if (!renderer->isText())
       return;
    renderer->addFrill("P2P\n");
@@ -104,6 +107,7 @@ void ShowRsvpLerTunnel::renderP2pTunnelSummary(scrivo::RendererV2* renderer, Rsv
                                                Handle<RsvpLerTunnelIndexMap> const& indexMap,
                                                RsvpLerLspGroupId const& lspGroupId, std::uint32_t lspCount,
                                                bool notSplit, bool mbb) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    if (!renderer->isText())
       return;
    P2pCells const cells = gatherCells(tunnelSpecId, superTunnelConfig, superTunnelStatus, indexMap, mbb);

@@ -1,4 +1,5 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/summary/SummaryTable.h"
 #include "RsvpLer/text/EnumText.h"
 #include "RsvpLer/text/Rates.h"
@@ -57,6 +58,7 @@ void ShowRsvpLerTunnel::setSubTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId co
                                                           RsvpLerSubTunnelConfigId const& subTunnelConfigId,
                                                           Handle<RsvpLerBwSamplingStatusColl> const& samples,
                                                           Handle<RsvpLerSubTunnelIndexMap> const& indexMap) {
+   RSVP_LER_TRACE(subTunnelConfigId);
    auto const status = getSubTunnelStatus(tunnelSpecId, subTunnelConfigId);
    SubTunnelCells const cells =
          gatherCells(tunnelSpecId, subTunnelConfigId, status, samples, indexMap, getCurrentInstances(status).mbb);
@@ -71,6 +73,7 @@ void ShowRsvpLerTunnel::setSubTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId co
 
 void ShowRsvpLerTunnel::renderSubTunnelSummaryHeader(scrivo::RendererV2* renderer,
                                                      RsvpLerTunnelSpecId const& tunnelSpecId) const {
+   RSVP_LER_TRACE(tunnelSpecId);
    if (!renderer->isText())
       return;
    renderer->eol();
@@ -109,6 +112,7 @@ void ShowRsvpLerTunnel::renderSubTunnelSummary(scrivo::RendererV2* renderer, Rsv
                                                Handle<RsvpLerBwSamplingStatusColl> const& samples,
                                                Handle<RsvpLerSubTunnelIndexMap> const& indexMap, std::uint32_t lspCount,
                                                bool mbb) const {
+   RSVP_LER_TRACE(subTunnelConfigId);
    if (!renderer->isText())
       return;
    SubTunnelCells const cells = gatherCells(tunnelSpecId, subTunnelConfigId, subTunnelStatus, samples, indexMap, mbb);

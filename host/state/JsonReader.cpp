@@ -127,10 +127,30 @@ void JsonReader::check(simdjson::error_code error) const {
    case simdjson::SUCCESS:
       return;
    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
-      failAt(text_.data() + text_.size(), "a closing brace before the end of the file", {});
+      failIncomplete();
    default:
       failHere("an object");
    }
+}
+
+// The parser says so of every document that doesn't end in a brace, whatever it ends in.
+void JsonReader::failIncomplete() const {
+   char const* const end = text_.data() + text_.size();
+   std::size_t depth = 0;
+   for (char const* place = text_.data(); place != end; ++place) {
+      if (*place == '"')
+         place = closingQuote(place + 1);
+      depth += static_cast<std::size_t>(*place == '{' || *place == '[');
+      if ((*place == '}' || *place == ']') && --depth == 0) {
+         if (*place == ']')
+            failAt(place, "a closing brace", {});
+         failAt(text_.data() +
+                      std::min(text_.size(),
+                               text_.find_first_not_of(" \t\r\n", static_cast<std::size_t>(place + 1 - text_.data()))),
+                "the end of the file", {});
+      }
+   }
+   failAt(end, "a closing brace before the end of the file", {});
 }
 
 void JsonReader::checkEnd() const {
@@ -173,7 +193,9 @@ void JsonReader::failHere(std::string_view expected) const {
 
 void JsonReader::failAt(char const* place, std::string_view expected, std::string_view found) const {
    auto const position = static_cast<std::size_t>(place - text_.data());
-   std::string message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
+   std::string message;
+   if (!fileName_.empty())
+      message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
    if (!path_.empty())
       message.append(path()).append(": ");
    message.append("expected ").append(expected).append(", found ");

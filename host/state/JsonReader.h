@@ -27,7 +27,7 @@ using JsonValue = simdjson::ondemand::value;
 class JsonReader {
 public:
    // The text and its padding have to outlive the reader. `fileName` is only for messages. Throws StateError for what
-   // can't be any JSON document.
+   // can't be any JSON document. Without a file name messages begin with the path, as for a text of one line.
    JsonReader(std::string_view fileName, simdjson::padded_string_view text);
    JsonReader(JsonReader const&) = delete;
    JsonReader& operator=(JsonReader const&) = delete;
@@ -41,6 +41,8 @@ public:
       walkMembers(object, body);
       checkEnd();
    }
+   // Goes back to the beginning of the document. What was read before is not to be used any more.
+   void rewind() { document_.rewind(); }
    // The same for a value that has to be an object.
    template<class Body>
    void forEachMember(JsonValue& value, Body&& body) {
@@ -93,7 +95,8 @@ public:
    bool tryWholeNumber(JsonValue& value, std::uint64_t highest, std::uint64_t& number);
    // Any finite number.
    double number(JsonValue& value);
-   // Whether the value is a string; it is not read by this.
+   // Whether the value is an object or a string; it is not read by this.
+   bool isObject(JsonValue& value) const noexcept { return *start(value) == '{'; }
    bool isText(JsonValue& value) const noexcept { return *start(value) == '"'; }
    // A string, good until the next one is read.
    std::string_view text(JsonValue& value);
@@ -140,6 +143,7 @@ private:
    static char const* start(JsonValue& value) noexcept;
 
    void check(simdjson::error_code error) const;
+   [[noreturn]] void failIncomplete() const;
    void checkEnd() const;
    std::string path() const;
    [[noreturn]] void failHere(std::string_view expected) const;

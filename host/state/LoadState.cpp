@@ -85,18 +85,28 @@ void addMissing(RouterState& state) {
       state.rsvpLerFathomStatus->rsvpLerSubTunnelHistory.set(Brindle::makeNode<RsvpLerSubTunnelHistory>());
 }
 
-} // namespace
-
-RouterState loadState(std::string_view name, StateText const& text) {
-   JsonReader in(name, simdjson::padded_string_view(text.view(), text.capacity()));
+// `walk` calls the body it is given for each member of the state.
+template<class Walk>
+RouterState readMembers(JsonReader& in, Walk const& walk) {
    RouterState state;
    MemberTracker tracker(std::size(documentMembers));
    auto const nameOf = [](std::size_t index) { return documentMembers[index].name; };
-   in.forEachDocumentMember([&](std::string_view member, JsonValue& value) {
+   walk([&](std::string_view member, JsonValue& value) {
       documentMembers[tracker.enter(in, member, nameOf)].decode(in, value, state);
    });
    addMissing(state);
    return state;
+}
+
+} // namespace
+
+RouterState loadState(std::string_view name, StateText const& text) {
+   JsonReader in(name, simdjson::padded_string_view(text.view(), text.capacity()));
+   return readMembers(in, [&in](auto&& body) { in.forEachDocumentMember(body); });
+}
+
+RouterState readState(JsonReader& in, JsonValue& value) {
+   return readMembers(in, [&in, &value](auto&& body) { in.forEachMember(value, body); });
 }
 
 } // namespace Host

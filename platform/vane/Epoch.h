@@ -16,6 +16,7 @@ struct ThreadRecord;
 // What each thread keeps. The storage class makes an access one instruction, in a shared library too.
 struct ThreadState {
    std::uint32_t depth;  // pins that the thread holds
+   bool forCommand;      // the outermost of them is a CommandPin
    bool collecting;      // the thread runs disposers at this moment
    bool exiting;         // the thread's record is given back when the last pin goes
    ThreadRecord* record; // made at the first pin
@@ -42,6 +43,51 @@ public:
       if (--Impl::threadState.depth == 0)
          Impl::withdrawPin();
    }
+};
+
+// A pin around a whole command, under which every lookup is cheap. It protects nothing by itself, since a PinRest may
+// let it go at any call: what the command reaches it holds by counted handles or by pins of its own.
+class CommandPin {
+public:
+   CommandPin() noexcept : outermost_(Impl::threadState.depth == 1) {
+      if (outermost_)
+         Impl::threadState.forCommand = true;
+   }
+   CommandPin(CommandPin const&) = delete;
+   CommandPin& operator=(CommandPin const&) = delete;
+   ~CommandPin() {
+      if (outermost_)
+         Impl::threadState.forCommand = false;
+   }
+
+private:
+   Pin pin_;
+   bool outermost_;
+};
+
+// Lets the thread's CommandPin go while it lives, so that a wait holds no disposal back. It has no effect when the
+// thread has another pin too, or none at all.
+class PinRest {
+public:
+   PinRest() noexcept : rests_(Impl::threadState.depth == 1 && Impl::threadState.forCommand) {
+      if (rests_) {
+         Impl::threadState.depth = 0;
+         Impl::threadState.forCommand = false;
+         Impl::withdrawPin();
+      }
+   }
+   PinRest(PinRest const&) = delete;
+   PinRest& operator=(PinRest const&) = delete;
+   ~PinRest() {
+      if (rests_) {
+         Impl::publishPin();
+         Impl::threadState.depth = 1;
+         Impl::threadState.forCommand = true;
+      }
+   }
+
+private:
+   bool rests_;
 };
 
 // Frees the object it is given.

@@ -16,7 +16,10 @@
 
 using namespace Brindle;
 using namespace Rsvp;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::StartsWith;
 
 namespace {
 
@@ -68,6 +71,35 @@ std::string summaryOfOneTunnel() {
    return drain(ends);
 }
 
+template<class Table>
+Ptr<Table> empty() {
+   return makeNode<Table>();
+}
+
+// The eight tables that every view of a tunnel needs are there.
+std::string jsonOfOneTunnel() {
+   auto status = makeNode<RsvpLerStatehubStatus>();
+   status->superTunnelStatusColl.set(empty<RsvpLerSuperTunnelStatusColl>());
+   status->subTunnelStatusCollTable.set(empty<RsvpLerSubTunnelStatusCollTable>());
+   status->tunnelSpecColl.set(empty<RsvpLerTunnelSpecPtrConstColl>());
+   status->bwSamplingStatusColl.set(empty<RsvpLerBwSamplingStatusColl>());
+   status->tunnelIndexMap.set(empty<RsvpLerTunnelIndexMap>());
+   status->autoBwStats.set(empty<RsvpLerAutoBwStats>());
+   auto root = rootWithTunnel("den-nyc");
+   root->autoBwConfig.set(empty<RsvpLerAutoBwConfig>());
+
+   TypeData const& commandType = typeNamed("Rsvp::Cli::ShowRsvpLerTunnel");
+   GenericValue command =
+         construct(commandType, {Ptr<RsvpCliConfig const>(), Ptr<RsvpLerCliConfig const>(),
+                                 Ptr<RsvpLerStatehubStatus const>(status), Ptr<RsvpLerFathomStatus const>(root)});
+   GenericValue filter = construct(typeNamed("Rsvp::Cli::ShowRsvpLerTunnelFilter"), {});
+   int ends[2];
+   EXPECT_EQ(pipe(ends), 0);
+   call(commandType, command, "render",
+        {static_cast<std::uint32_t>(ends[1]), std::uint32_t{2}, filter, false, true, false, false, false});
+   return drain(ends);
+}
+
 } // namespace
 
 TEST(ModuleLoad, isUsedAndUnloadedAndLoadedAgain) {
@@ -85,6 +117,8 @@ TEST(ModuleLoad, isUsedAndUnloadedAndLoadedAgain) {
                                       "P2MP\n"
                                       "Tunnel Name P2MP ID Index Reserved BW LSPs State Leaves\n"
                                       "----------- ------- ----- ----------- ---- ----- ------\n");
+      EXPECT_THAT(jsonOfOneTunnel(), AllOf(StartsWith("{\"tunnels\":{\"den-nyc\":{\"source\":\"::\","),
+                                           EndsWith("\"secondaryPaths\":[],\"lsps\":[],\"subTunnels\":{}}}}\n")));
       EXPECT_EQ(dlclose(module), 0);
       EXPECT_EQ(ModuleInspectData::findModule("RsvpLerCliCapi"), nullptr);
       EXPECT_EQ(dlopen(MODULE_FILE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the library stays in the process";

@@ -51,7 +51,7 @@ TEST(CommandLine, views) {
       EXPECT_EQ(request.subTunnel, row.subTunnel);
       EXPECT_EQ(request.format, Format::text);
       EXPECT_EQ(request.tunnelName, "");
-      EXPECT_EQ(request.stateFile, "");
+      EXPECT_EQ(request.source.stateFile, "");
    }
 }
 
@@ -93,16 +93,51 @@ TEST(CommandLine, formats) {
    EXPECT_EQ(static_cast<std::uint32_t>(Format::json), 2u);
    auto const status = std::get<ShowStatusRequest>(parseCommandLine({"status", "--json", "--state", "f.json"}));
    EXPECT_EQ(status.format, Format::json);
-   EXPECT_EQ(status.stateFile, "f.json");
+   EXPECT_EQ(status.source.stateFile, "f.json");
    EXPECT_EQ(std::get<ShowStatusRequest>(parseCommandLine({"status"})).format, Format::text);
 }
 
 TEST(CommandLine, stateFiles) {
-   EXPECT_EQ(tunnel({"--state", "f.json"}).stateFile, "f.json");
-   EXPECT_EQ(tunnel({"--state=f.json", "tun1"}).stateFile, "f.json");
-   EXPECT_EQ(tunnel({"--state", "-"}).stateFile, "-");
+   EXPECT_EQ(tunnel({"--state", "f.json"}).source.stateFile, "f.json");
+   EXPECT_EQ(tunnel({"--state=f.json", "tun1"}).source.stateFile, "f.json");
+   EXPECT_EQ(tunnel({"--state", "-"}).source.stateFile, "-");
    EXPECT_EQ(std::get<CheckRequest>(parseCommandLine({"state", "check", "f.json"})).stateFile, "f.json");
    EXPECT_EQ(std::get<CheckRequest>(parseCommandLine({"state", "check", "-"})).stateFile, "-");
+}
+
+TEST(CommandLine, traces) {
+   EXPECT_EQ(tunnel({}).trace.file, "");
+   EXPECT_FALSE(tunnel({}).trace.text);
+   EXPECT_EQ(tunnel({"--trace", "t", "tun1"}).trace.file, "t");
+   EXPECT_TRUE(tunnel({"--trace-text"}).trace.text);
+   for (Words const& words : std::vector<Words>{{"--trace", "t", "--trace-text", "status"},
+                                                {"status", "--trace=t", "--trace-text"},
+                                                {"--trace-text", "status", "--trace", "t"},
+                                                {"--trace", "s", "status", "--trace", "t", "--trace-text"}}) {
+      TraceRequest const trace = std::get<ShowStatusRequest>(parseCommandLine(words)).trace;
+      EXPECT_EQ(trace.file, "t");
+      EXPECT_TRUE(trace.text);
+   }
+   EXPECT_EQ(std::get<DumpRequest>(parseCommandLine({"trace", "dump", "t"})).traceFile, "t");
+}
+
+TEST(CommandLine, servers) {
+   auto const plain = std::get<ServeRequest>(parseCommandLine({"serve", "--socket", "s"}));
+   EXPECT_EQ(plain.socketPath, "s");
+   EXPECT_EQ(plain.stateFile, "");
+   EXPECT_EQ(plain.mode, 0600u);
+   EXPECT_EQ(plain.clientTimeout, std::chrono::seconds(30));
+   EXPECT_EQ(plain.maxClients, 64u);
+   auto const full = std::get<ServeRequest>(parseCommandLine(
+         {"serve", "--socket=s", "--state", "f", "--mode", "660", "--client-timeout", "0.25", "--max-clients", "3"}));
+   EXPECT_EQ(full.stateFile, "f");
+   EXPECT_EQ(full.mode, 0660u);
+   EXPECT_EQ(full.clientTimeout, std::chrono::milliseconds(250));
+   EXPECT_EQ(full.maxClients, 3u);
+   ShowTunnelRequest const asked = tunnel({"--connect", "s", "--watch", "1.5"});
+   EXPECT_EQ(asked.source.socketPath, "s");
+   EXPECT_EQ(asked.source.watchInterval, std::chrono::milliseconds(1500));
+   EXPECT_EQ(tunnel({}).source.watchInterval, std::chrono::milliseconds(0));
 }
 
 TEST(CommandLine, writingStates) {
@@ -121,8 +156,8 @@ TEST(CommandLine, helpAndVersion) {
    for (Words const& words : std::vector<Words>{{"--help"}, {"tunnel", "--help"}, {"state", "check", "--help"}})
       EXPECT_NE(std::get<PrintRequest>(parseCommandLine(words)).text.find("Usage: lershow"), std::string::npos);
    std::string const help = std::get<PrintRequest>(parseCommandLine({"tunnel", "--help"})).text;
-   for (char const* option :
-        {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format", "--json", "--state FILE"})
+   for (char const* option : {"NAME", "--summary", "--lsp", "--detail", "--history", "--sub-tunnel", "--format",
+                              "--json", "--state FILE", "--connect PATH", "--watch SECONDS"})
       EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
@@ -133,11 +168,11 @@ struct ErrorRow {
 
 TEST(CommandLine, errors) {
    for (ErrorRow const& row : std::vector<ErrorRow>{
-              {{}, "give a command: tunnel, status or state"},
-              {{"bogus"}, "there is no command 'bogus', only tunnel, status and state"},
-              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status and state"},
-              {{""}, "there is no command '', only tunnel, status and state"},
-              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status and state"},
+              {{}, "give a command: tunnel, status, serve, state, trace or schema"},
+              {{"bogus"}, "there is no command 'bogus', only tunnel, status, serve, state, trace and schema"},
+              {{"bo\ngus"}, "there is no command 'bo gus', only tunnel, status, serve, state, trace and schema"},
+              {{""}, "there is no command '', only tunnel, status, serve, state, trace and schema"},
+              {{"Tunnel"}, "there is no command 'Tunnel', only tunnel, status, serve, state, trace and schema"},
               {{"state"}, "state takes sample, synth or check"},
               {{"state", "bogus"}, "state takes sample, synth or check"},
               {{"tunnel", "a", "b"}, "the following argument was not expected: b"},
@@ -160,8 +195,34 @@ TEST(CommandLine, errors) {
               {{"state", "synth", "--tunnels", "1e3"}, "--tunnels takes a whole number from 0 to 100000000, not '1e3'"},
               {{"state", "synth", "--tunnels", "1", "--seed", "x"},
                "--seed takes a whole number from 0 to 18446744073709551615, not 'x'"},
-              {{"serve"}, "there is no command 'serve', only tunnel, status and state"},
-              {{"tunnel", "--watch"}, "the following argument was not expected: --watch"},
+              {{"schema"}, "schema takes tunnel or status"},
+              {{"tunnel", "--connect", "s", "--trace", "t"}, "--trace and --trace-text don't go with --connect"},
+              {{"status", "--trace-text", "--connect", "s"}, "--trace and --trace-text don't go with --connect"},
+              {{"trace"}, "trace takes dump"},
+              {{"trace", "bogus"}, "trace takes dump"},
+              {{"trace", "dump"}, "FILE is required"},
+              {{"--trace", "t", "bogus"},
+               "there is no command 'bogus', only tunnel, status, serve, state, trace and schema"},
+              {{"--trace-text"}, "give a command: tunnel, status, serve, state, trace or schema"},
+              {{"--trace", "t", "state", "sample"}, "--trace and --trace-text go with tunnel and status"},
+              {{"tunnel", "--connect", ""}, "--connect takes the name of a file"},
+              {{"tunnel", "--connect", "s", "--state", "f"},
+               "--state and --connect exclude each other; give one of them"},
+              {{"tunnel", "--watch"}, "--watch: 1 required SECONDS missing"},
+              {{"status", "--watch", "0"}, "--watch takes seconds from 0.1 to 86400, not '0'"},
+              {{"tunnel", "--watch", "-1"}, "--watch takes seconds from 0.1 to 86400, not '-1'"},
+              {{"tunnel", "--watch", "nan"}, "--watch takes seconds from 0.1 to 86400, not 'nan'"},
+              {{"tunnel", "--watch", "5s"}, "--watch takes seconds from 0.1 to 86400, not '5s'"},
+              {{"serve"}, "--socket is required"},
+              {{"serve", "--socket", ""}, "--socket takes the name of a file"},
+              {{"serve", "--socket", "s", "--mode", "8"}, "--mode takes permissions from 0 to 0777, not '8'"},
+              {{"serve", "--socket", "s", "--mode", "1000"}, "--mode takes permissions from 0 to 0777, not '1000'"},
+              {{"serve", "--socket", "s", "--max-clients", "0"}, "--max-clients takes a number from 1 on"},
+              {{"serve", "--socket", "s", "--max-clients", "x"},
+               "--max-clients takes a whole number from 0 to 10000, not 'x'"},
+              {{"serve", "--socket", "s", "--client-timeout", "0"},
+               "--client-timeout takes seconds from 0.1 to 86400, not '0'"},
+              {{"serve", "--socket", "s", "--json"}, "the following argument was not expected: --json"},
         })
       EXPECT_EQ(usageError(row.words), row.message + "; see lershow --help");
 }

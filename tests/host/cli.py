@@ -54,13 +54,15 @@ class CommandLine(unittest.TestCase):
     def test_usage_errors(self):
         end = "; see lershow --help\n"
         for words, message in (
-                ([], "give a command: tunnel, status or state"),
-                (["show"], "there is no command 'show', only tunnel, status and state"),
+                ([], "give a command: tunnel, status, serve, state, trace or schema"),
+                (["show"], "there is no command 'show', only tunnel, status, serve, state, trace and schema"),
                 (["tunnel", "--summary", "--history"],
                  "give one view instead of --summary, --history (only --detail goes with --history)"),
                 (["tunnel", "a", "b"], "the following argument was not expected: b"),
                 (["status", "--format", "yaml"], "--format takes text or json, not 'yaml'"),
                 (["state", "check"], "FILE is required"),
+                (["schema"], "schema takes tunnel or status"),
+                (["schema", "state"], "schema takes tunnel or status"),
         ):
             with self.subTest(words):
                 self.assertEqual(lershow(*words), (2, "", "lershow: " + message + end))
@@ -176,7 +178,8 @@ class WithoutShowCommands(unittest.TestCase):
             self.libraries[name] = line.split("=> ")[1].split(" (")[0]
         records = self.libraries["libRsvpLerState"]
         shutil.copy(records, os.path.join(self.directory.name, os.path.basename(records)))
-        self.module = os.path.join(self.directory.name, "libRsvpLerCliCapi.so")
+        module = os.path.basename(records).replace("libRsvpLerState", "libRsvpLerCliCapi")  # of one version
+        self.module = os.path.join(self.directory.name, module)
 
     def run_command(self, *words):
         return lershow(*words, env=os.environ | {"LD_LIBRARY_PATH": self.directory.name})
@@ -205,7 +208,7 @@ class WithoutShowCommands(unittest.TestCase):
 
 class Output(unittest.TestCase):
     COMMANDS = (["tunnel"], ["status", "--json"], ["state", "sample"], ["state", "synth", "--tunnels", "9"], ["--help"],
-                ["state", "check", "-"])
+                ["state", "check", "-"], ["schema", "tunnel"])
 
     def test_nobody_reads(self):
         for words in self.COMMANDS:

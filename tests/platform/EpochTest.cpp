@@ -134,6 +134,64 @@ TEST_F(Epoch, TheBacklogShrinksAgainAfterALongPin) {
    EXPECT_LE(CountedRecord::alive(), 64);
 }
 
+TEST_F(Epoch, ACommandPinHoldsBackButWhileItRests) {
+   Vane::CommandPin const command;
+   retireOne();
+   EXPECT_EQ(Vane::collectRetired(), 0u);
+   {
+      Vane::PinRest const rest;
+      EXPECT_EQ(Vane::collectRetired(), 1u);
+   }
+   retireOne();
+   EXPECT_EQ(Vane::collectRetired(), 0u);
+}
+
+TEST_F(Epoch, APinTakenDuringARestHoldsBack) {
+   Vane::CommandPin const command;
+   Vane::PinRest const rest;
+   {
+      Vane::Pin const pin;
+      retireOne();
+      EXPECT_EQ(Vane::collectRetired(), 0u);
+   }
+   EXPECT_EQ(Vane::collectRetired(), 1u);
+}
+
+TEST_F(Epoch, ARestWithinARestHasNoEffect) {
+   Vane::CommandPin const command;
+   {
+      Vane::PinRest const rest;
+      { Vane::PinRest const second; }
+      retireOne();
+      EXPECT_EQ(Vane::collectRetired(), 1u);
+   }
+   retireOne();
+   EXPECT_EQ(Vane::collectRetired(), 0u);
+}
+
+TEST_F(Epoch, NoOtherPinRests) {
+   {
+      Vane::Pin const pin;
+      Vane::CommandPin const inside;
+      Vane::PinRest const rest;
+      retireOne();
+      EXPECT_EQ(Vane::collectRetired(), 0u);
+   }
+   EXPECT_EQ(Vane::collectRetired(), 1u);
+   {
+      Vane::CommandPin const command;
+      Vane::Pin const walk;
+      Vane::PinRest const rest;
+      retireOne();
+      EXPECT_EQ(Vane::collectRetired(), 0u);
+   }
+   EXPECT_EQ(Vane::collectRetired(), 1u);
+   Vane::Pin const pin;
+   Vane::PinRest const rest;
+   retireOne();
+   EXPECT_EQ(Vane::collectRetired(), 0u);
+}
+
 TEST_F(Epoch, ADisposerMayRetireAndCollect) {
    static std::size_t collectedInside = 1;
    int const object = 0;

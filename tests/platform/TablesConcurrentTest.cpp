@@ -166,6 +166,34 @@ TEST_F(TablesConcurrent, HashMap2018ThatIsCleared) {
          });
 }
 
+// As a command does it whose client is slow: the pin rests between reads, and handles taken before stay good.
+TEST_F(TablesConcurrent, HashMap2018UnderACommandPinThatRests) {
+   HashMap map;
+   fill(map);
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            change(map, random, ++generation);
+            Vane::collectRetired();
+         },
+         [&] {
+            return [&, reader = hashMapReader(map, verdict_)](Tests::Random& random) {
+               Vane::CommandPin const command;
+               for (int i = 0; i < 4; ++i) {
+                  std::uint32_t const key = random.below(keys);
+                  CountedPtr const kept = map.find(key);
+                  {
+                     Vane::PinRest const rest;
+                     std::this_thread::yield();
+                  }
+                  verdict_.require(!kept || kept->isWhole(key), "a record isn't whole");
+                  reader(random);
+               }
+            };
+         });
+}
+
 using OrderedColl = Vane::OrderedColl<std::uint32_t, CountedPtr>;
 
 void walkInOrder(OrderedColl const& coll, Generations& seen, Verdict& verdict) {

@@ -130,7 +130,8 @@ class BuildAndRunTest(Sandbox):
 
     def test_setup_installs_what_is_missing_and_no_more(self):
         (self.top / "installed").write_text("g++\nninja-build\nlibgtest-dev\nlibgmock-dev\nlibsimdjson-dev\n"
-                                            "libcli11-dev\nnlohmann-json3-dev\npython3\n")
+                                            "libcli11-dev\nnlohmann-json3-dev\npython3\npython3-jsonschema\npkgconf\n"
+                                            "dpkg-dev\nmandoc\n")
         status, out, err, calls = self.run_script("setup")
         self.assertEqual((status, out), (0, ""))
         self.assertEqual(err.splitlines()[0], "setup: installing cmake clang-format")
@@ -144,6 +145,24 @@ class BuildAndRunTest(Sandbox):
     def test_setup_refuses_an_option_that_it_does_not_know(self):
         self.assertEqual(self.run_script("setup", "--all"),
                          (2, "", "setup: unknown option --all; the options are --ci and --check\n", []))
+
+    def test_package_prints_the_file_that_it_made(self):
+        cpack = self.top / "tools/cpack"
+        cpack.write_text("#!/bin/bash\necho \"cpack $2\" >> \"$CALLS\"\necho packing\ntouch \"$4/made_1_amd64.deb\"\n")
+        cpack.chmod(0o755)
+        made = self.root / "build/package/made_1_amd64.deb"
+        status, out, err, calls = self.run_script("package")
+        self.assertEqual((status, out), (0, f"{made}\n"))
+        self.assertIn("packing\n", err)
+        self.assertEqual(calls, ["cmake", "ninja lershow", f"cpack {self.build}/CPackConfig.cmake"])
+        self.assertTrue(made.exists())
+        self.assertEqual(self.run_script("package", "elsewhere")[1], f"{self.top}/elsewhere/made_1_amd64.deb\n")
+
+    def test_package_of_a_build_that_fails_is_not_made(self):
+        self.run_script("build", "release")
+        (self.build / "current").unlink()
+        (self.build / "broken").touch()
+        self.assertEqual(self.run_script("package")[::3], (1, ["ninja lershow"]))
 
     def test_bless_is_refused_in_ci(self):
         self.environment["CI"] = "1"
