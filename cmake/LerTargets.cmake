@@ -32,6 +32,8 @@ add_custom_target(concurrent_tests)
 function(ler_test NAME)
    add_executable(${NAME} ${ARGN})
    target_link_libraries(${NAME} PRIVATE ler_options ler_test_support GTest::gmock GTest::gtest_main)
+   # What is tested is optimised as ever; the tests themselves build in three quarters of the time.
+   target_compile_options(${NAME} PRIVATE $<$<CONFIG:Release>:-O1>)
    set(labels unit)
    if(NAME MATCHES "Concurrent$")
       set(labels concurrent)

@@ -48,6 +48,11 @@ touch "$2/current" """,
 }
 
 
+PACKAGES = {"g++", "cmake", "ninja-build", "libgtest-dev", "libgmock-dev", "libsimdjson-dev", "libcli11-dev",
+            "nlohmann-json3-dev", "python3", "python3-jsonschema", "clang-format", "pkgconf", "dpkg-dev", "mandoc",
+            "socat"}
+
+
 class Sandbox(unittest.TestCase):
     def setUp(self):
         directory = tempfile.TemporaryDirectory()
@@ -66,6 +71,10 @@ class Sandbox(unittest.TestCase):
         self.environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}", "CALLS": str(self.calls),
                             "INSTALLED": str(self.top / "installed")}
         self.environment.pop("CI", None)
+
+    def install(self, packages):
+        """Has only these packages on the machine; without it there are all."""
+        (self.top / "installed").write_text("".join(package + "\n" for package in packages))
 
     def run_script(self, name, *arguments, cwd=None):
         """Exit status, standard output and standard error of a script, and the calls of the tools."""
@@ -129,9 +138,7 @@ class BuildAndRunTest(Sandbox):
         self.assertEqual(self.run_script("setup", "--check"), (0, "", "", []))
 
     def test_setup_installs_what_is_missing_and_no_more(self):
-        (self.top / "installed").write_text("g++\nninja-build\nlibgtest-dev\nlibgmock-dev\nlibsimdjson-dev\n"
-                                            "libcli11-dev\nnlohmann-json3-dev\npython3\npython3-jsonschema\npkgconf\n"
-                                            "dpkg-dev\nmandoc\n")
+        self.install(PACKAGES - {"cmake", "clang-format"})
         status, out, err, calls = self.run_script("setup")
         self.assertEqual((status, out), (0, ""))
         self.assertEqual(err.splitlines()[0], "setup: installing cmake clang-format")
@@ -142,9 +149,17 @@ class BuildAndRunTest(Sandbox):
         (self.top / "installed").write_text("cmake\n")
         self.assertEqual(self.run_script("setup", "--check"), (1, "", "", []))
 
+    def test_setup_adds_the_second_compiler_for_the_presets_that_use_it(self):
+        self.install(PACKAGES)
+        self.assertEqual(self.run_script("setup", "--check")[0], 0)
+        self.assertEqual(self.run_script("setup", "--clang", "--check")[0], 1)
+        err = self.run_script("build", "asan")[2]
+        self.assertEqual(err.splitlines()[:2],
+                         ["build: building build/asan", "setup: installing clang libclang-rt-14-dev"])
+
     def test_setup_refuses_an_option_that_it_does_not_know(self):
         self.assertEqual(self.run_script("setup", "--all"),
-                         (2, "", "setup: unknown option --all; the options are --ci and --check\n", []))
+                         (2, "", "setup: unknown option --all; the options are --clang, --ci and --check\n", []))
 
     def test_package_prints_the_file_that_it_made(self):
         cpack = self.top / "tools/cpack"
