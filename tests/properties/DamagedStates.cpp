@@ -1,49 +1,21 @@
 #include "tests/properties/DamagedStates.h"
 
 #include "host/state/LoadState.h"
-#include "host/synth/Synth.h"
+#include "tests/support/Sanitized.h"
+#include "tests/support/SynthText.h"
 #include "vane/System.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <stdexcept>
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define TESTS_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define TESTS_SANITIZED 1
-#endif
-#endif
 
 namespace Tests {
 
 namespace {
 
-#ifdef TESTS_SANITIZED
-constexpr std::uint32_t usualCount = 60;
-#else
-constexpr std::uint32_t usualCount = 2000;
-#endif
+constexpr std::uint32_t usualCount = isSanitized ? 60 : 2000;
 
 constexpr double rates[] = {0.01, 0.02, 0.05, 0.1, 0.2, 0.3, 0.45, 0.6};
-
-std::string synthText(Host::SynthOptions const& options) {
-   char* bytes = nullptr;
-   std::size_t size = 0;
-   std::FILE* const file = open_memstream(&bytes, &size);
-   if (file == nullptr)
-      throw std::runtime_error("no file in memory");
-   int const error = Host::writeSynth(file, options);
-   std::fclose(file);
-   std::string text(bytes, size);
-   std::free(bytes);
-   if (error != 0)
-      throw std::runtime_error("the state can't be written");
-   return text;
-}
 
 } // namespace
 

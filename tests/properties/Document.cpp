@@ -74,7 +74,7 @@ private:
 };
 
 bool mayRepeat(std::string_view object) {
-   return object == "tunnels" || object == "intfMtus" || object == "tree";
+   return object == "tunnels" || object == "intfMtus" || object == "treeLeaves" || object == "tree";
 }
 
 std::string joined(std::string const& path, std::string const& name) {

@@ -38,7 +38,8 @@ Json parsed(std::string_view document);
 
 // The path of the first member that stands twice in its object, such as "tunnels.a.state"; empty when there is none.
 // Those members are passed over that may well stand twice, since the state does: a tunnel's name with two sources, an
-// interface with two next hops, a leaf with two replies at one instant.
+// interface with two next hops, a leaf with two replies at one instant, the leaf of the default address beside that of
+// IPv6's "::", which reads the same.
 std::string repeatedMember(Json const& document);
 
 } // namespace Tests
