@@ -1,5 +1,7 @@
 #include "host/server/ViewRequest.h"
 
+#include "host/state/SourceText.h"
+
 #include <algorithm>
 
 namespace Host {
@@ -70,7 +72,7 @@ void checkOptions(std::vector<std::string> const& words) {
          return;
       std::string_view const option = std::string_view(word).substr(0, word.find('='));
       if (option.starts_with('-') && std::ranges::find(allowed, option) == std::end(allowed))
-         throw UsageError("a request takes no option " + std::string(option) +
+         throw UsageError("a request takes no option " + printable(option) +
                           "; it takes those that select the view, and --format and --json");
    }
 }

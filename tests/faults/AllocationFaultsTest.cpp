@@ -130,7 +130,9 @@ TEST_P(AllocationFaults, whileAViewIsShown) {
       requests[6].summary = requests[6].subTunnel = true;
       for (Host::ShowTunnelRequest const& request : requests)
          expectViewStandsFaults(request, state, GetParam());
-      expectViewStandsFaults(Host::ShowStatusRequest{format, ""}, state, GetParam());
+      Host::ShowStatusRequest status;
+      status.format = format;
+      expectViewStandsFaults(status, state, GetParam());
    }
 }
 

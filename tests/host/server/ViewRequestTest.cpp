@@ -50,6 +50,17 @@ TEST(ParseViewRequest, ReadsViewsOnly) {
       EXPECT_THROW(parseViewRequest(line), UsageError) << line;
 }
 
+// It goes to the terminal of the client.
+TEST(ParseViewRequest, ComplainsWithoutControlBytes) {
+   try {
+      parseViewRequest("tunnel --\x1b[2Jclear\x9b");
+      ADD_FAILURE() << "taken for a request";
+   } catch (UsageError const& error) {
+      EXPECT_STREQ(error.what(), "a request takes no option --\\x1b[2Jclear\\x9b; it takes those that select the view, "
+                                 "and --format and --json");
+   }
+}
+
 TEST(RequestLine, IsReadBackAsTheSameView) {
    for (std::string const name : {"", "a", "a b", "it's", "\"", "--json", "-", "\\", "\xff\x01", "feed"}) {
       for (unsigned flags = 0; flags < 64; ++flags) {
