@@ -143,7 +143,7 @@ class BuildAndRunTest(Sandbox):
 
     def test_setup_refuses_an_option_that_it_does_not_know(self):
         self.assertEqual(self.run_script("setup", "--all"),
-                         (2, "", "setup: unknown option --all; the options are --ci and --check\n", []))
+                         (2, "", "setup: unknown option --all; the options are --ci, --bench and --check\n", []))
 
     def test_bless_is_refused_in_ci(self):
         self.environment["CI"] = "1"
