@@ -1,5 +1,7 @@
 #include "bench/Listing.h"
 
+#include "RsvpLer/frame/TunnelLookahead.h"
+
 namespace Bench {
 
 using namespace Rsvp;
@@ -18,23 +20,24 @@ ListedTunnels listedTunnels(Cli::ShowRsvpLerTunnel const& command) {
 void list(Cli::ShowRsvpLerTunnel& command, scrivo::RendererV2& renderer, Tests::Flags const& flags) {
    ListedTunnels const tunnels = listedTunnels(command);
    auto const renderAll = [&](std::vector<RsvpLerTunnelSpecId> const& ids) {
-      for (RsvpLerTunnelSpecId const& id : ids)
+      Cli::forEachTunnel(command, ids, [&](RsvpLerTunnelSpecId const& id) {
          command.renderTunnel(&renderer, id, flags.summary, flags.lspDetails, flags.detail, flags.history,
                               flags.subTunnel);
+      });
    };
    bool const headings = flags.summary && renderer.isText();
    if (renderer.isJson())
       renderer.writeChar('{');
    if (headings) {
-      for (RsvpLerTunnelSpecId const& id : tunnels.p2p)
-         command.setP2pTunnelSummaryHeaderColSizes(id);
+      Cli::forEachTunnel(command, tunnels.p2p,
+                         [&](RsvpLerTunnelSpecId const& id) { command.setP2pTunnelSummaryHeaderColSizes(id); });
       command.renderP2pTunnelSummaryHeader(&renderer);
    }
    renderer.startJsonDict("tunnels");
    renderAll(tunnels.p2p);
    if (headings) {
-      for (RsvpLerTunnelSpecId const& id : tunnels.p2mp)
-         command.setP2mpTunnelSummaryHeaderColSizes(id);
+      Cli::forEachTunnel(command, tunnels.p2mp,
+                         [&](RsvpLerTunnelSpecId const& id) { command.setP2mpTunnelSummaryHeaderColSizes(id); });
       command.renderP2mpTunnelSummaryHeader(&renderer);
    }
    renderAll(tunnels.p2mp);
