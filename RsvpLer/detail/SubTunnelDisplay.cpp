@@ -114,8 +114,7 @@ LspIds lspIdsOfBothInstances(ShowRsvpLerTunnel const& command, SubTunnelView con
    auto const groups = command.lspGroupStatusCollTable();
    auto const requests = command.lspRequestStatusCollTable();
    LspIds lspIds = getLspIdsForTunnel(view.activeMbbTunnelConfigId, groups, requests);
-   LspIds const pending = getLspIdsForTunnel(view.pendingMbbTunnelConfigId, groups, requests);
-   lspIds.insert(lspIds.end(), pending.begin(), pending.end());
+   appendLspIdsForTunnel(lspIds, view.pendingMbbTunnelConfigId, groups, requests);
    return lspIds;
 }
 

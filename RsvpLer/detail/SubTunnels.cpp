@@ -3,9 +3,9 @@
 #include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
+#include "vane/ShortVector.h"
 
 #include <algorithm>
-#include <vector>
 
 // The sub-tunnels of a split tunnel, under the tunnel. What each shows is in SubTunnelDisplay.cpp.
 //
@@ -47,9 +47,11 @@ void display(ShowRsvpLerTunnel& command, scrivo::RendererV2* renderer, SubTunnel
    BRINDLE_ASSERT_TEXT(false, "Only P2P variants are supported");
 }
 
+using SubTunnelIds = Vane::ShortVector<RsvpLerSubTunnelConfigId, 16>;
+
 // Copied out before anything is rendered, so that a change of the table can't disturb the listing.
-std::vector<RsvpLerSubTunnelConfigId> listedSubTunnels(RsvpLerSubTunnelStatusColl const& subTunnelStatusColl) {
-   std::vector<RsvpLerSubTunnelConfigId> ids;
+SubTunnelIds listedSubTunnels(RsvpLerSubTunnelStatusColl const& subTunnelStatusColl) {
+   SubTunnelIds ids;
    subTunnelStatusColl.walk([&](RsvpLerSubTunnelConfigId const& id, Handle<RsvpLerSubTunnelStatus> const&) {
       if (id.isSplit())
          ids.push_back(id);

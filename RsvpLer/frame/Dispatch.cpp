@@ -4,6 +4,8 @@
 #include "RsvpLer/output/RendererV2.h"
 #include "brindle/Assert.h"
 
+#include <utility>
+
 // From one tunnel of a listing to the display function of its variant.
 
 namespace Rsvp::Cli {
@@ -93,15 +95,15 @@ void ShowRsvpLerTunnel::renderTunnel(scrivo::RendererV2* renderer, RsvpLerTunnel
       view.subTunnelStatus = view.subTunnelStatusColl->subTunnelStatus(
             RsvpLerSubTunnelConfigId::makeNonSplitSubTunnelConfigId(tunnelSpecId));
 
-   CurrentInstances const current = getCurrentInstances(view.subTunnelStatus);
-   view.activeMbbTunnelConfigId = current.activeMbbTunnelConfigId;
-   view.pendingMbbTunnelConfigId = current.pendingMbbTunnelConfigId;
-   view.lspGroupId = current.lspGroupId;
-   view.activeMbbTunnelStatus = current.activeMbbTunnelStatus;
+   CurrentInstances current = getCurrentInstances(view.subTunnelStatus);
+   view.activeMbbTunnelConfigId = std::move(current.activeMbbTunnelConfigId);
+   view.pendingMbbTunnelConfigId = std::move(current.pendingMbbTunnelConfigId);
+   view.lspGroupId = std::move(current.lspGroupId);
+   view.activeMbbTunnelStatus = std::move(current.activeMbbTunnelStatus);
    view.mbb = current.mbb;
    // Only P2MP variants look at the pending instance's status; it takes no part in `mbb`.
    if (view.subTunnelStatus)
-      view.pendingMbbTunnelStatus = getMbbTunnelStatus(current.pendingMbbTunnelConfigId);
+      view.pendingMbbTunnelStatus = getMbbTunnelStatus(view.pendingMbbTunnelConfigId);
 
    // A tunnel without configuration is shown through the P2P variants.
    RsvpSessionType const sessionType =

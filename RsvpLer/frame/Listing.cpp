@@ -1,6 +1,7 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
 #include "RsvpLer/frame/RenderCommand.h"
 #include "RsvpLer/frame/Trace.h"
+#include "RsvpLer/frame/TunnelLookahead.h"
 #include "RsvpLer/text/TunnelOrder.h"
 
 // The listing of the tunnels that a command concerns.
@@ -42,20 +43,21 @@ void ShowRsvpLerTunnel::render(std::uint32_t socket, std::uint32_t format, ShowR
       ListedTunnels const tunnels = collectTunnels(superTunnelConfigColl(), tunnelFilter, rsvpLerStatus);
       bool const summaryHeaders = summary && !subTunnel && renderer->isText();
       auto const renderTunnels = [&](std::vector<RsvpLerTunnelSpecId> const& ids) {
-         for (RsvpLerTunnelSpecId const& id : ids)
+         forEachTunnel(*this, ids, [&](RsvpLerTunnelSpecId const& id) {
             renderTunnel(renderer, id, summary, lspDetails, detail, history, subTunnel);
+         });
       };
 
       if (summaryHeaders) {
-         for (RsvpLerTunnelSpecId const& id : tunnels.p2p)
-            setP2pTunnelSummaryHeaderColSizes(id);
+         forEachTunnel(*this, tunnels.p2p,
+                       [&](RsvpLerTunnelSpecId const& id) { setP2pTunnelSummaryHeaderColSizes(id); });
          renderP2pTunnelSummaryHeader(renderer);
       }
       renderer->startJsonDict("tunnels");
       renderTunnels(tunnels.p2p);
       if (summaryHeaders) {
-         for (RsvpLerTunnelSpecId const& id : tunnels.p2mp)
-            setP2mpTunnelSummaryHeaderColSizes(id);
+         forEachTunnel(*this, tunnels.p2mp,
+                       [&](RsvpLerTunnelSpecId const& id) { setP2mpTunnelSummaryHeaderColSizes(id); });
          renderP2mpTunnelSummaryHeader(renderer);
       }
       renderTunnels(tunnels.p2mp);

@@ -57,15 +57,16 @@ void renderErrorList(ShowRsvpLerTunnel const& command, scrivo::RendererV2* rende
 
 namespace {
 
-// What the group of that number has met in both instances.
-Brindle::Ptr<RsvpErrorWithNodeOrderedSet> gatherGroupErrors(ShowRsvpLerTunnel const& command,
-                                                            RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
-                                                            RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
-                                                            std::uint8_t groupId) {
-   auto aggregatedErrors = Brindle::makeNode<RsvpErrorWithNodeOrderedSet>();
+// Shows what the group of that number has met in both instances. The set stands on the stack: it costs nothing as long
+// as there are no errors, which is the rule.
+void renderGroupErrors(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer, scrivo::JsonKey key,
+                       RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
+                       RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, std::uint8_t groupId, bool text) {
+   RsvpErrorWithNodeOrderedSet set;
+   auto const aggregatedErrors = Brindle::Ptr<RsvpErrorWithNodeOrderedSet>::share(&set);
    command.aggregateLspGroupErrors({activeMbbTunnelConfigId, groupId}, aggregatedErrors);
    command.aggregateLspGroupErrors({pendingMbbTunnelConfigId, groupId}, aggregatedErrors);
-   return aggregatedErrors;
+   renderErrorList(command, renderer, key, set.errors(), text);
 }
 
 } // namespace
@@ -75,8 +76,7 @@ void ShowRsvpLerTunnel::renderLspGroupErrors(scrivo::RendererV2* renderer,
                                              RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                              std::uint8_t groupId, bool text) const {
    RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId, ", groupId=", groupId);
-   auto const aggregatedErrors = gatherGroupErrors(*this, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId);
-   renderErrorList(*this, renderer, "pathErrors", aggregatedErrors->errors(), text);
+   renderGroupErrors(*this, renderer, "pathErrors", activeMbbTunnelConfigId, pendingMbbTunnelConfigId, groupId, text);
 }
 
 void ShowRsvpLerTunnel::renderP2mpLspGroupTreeErrors(scrivo::RendererV2* renderer,
@@ -84,8 +84,7 @@ void ShowRsvpLerTunnel::renderP2mpLspGroupTreeErrors(scrivo::RendererV2* rendere
                                                      RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
                                                      bool text) const {
    RSVP_LER_TRACE(activeMbbTunnelConfigId, pendingMbbTunnelConfigId);
-   auto const aggregatedErrors = gatherGroupErrors(*this, activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0);
-   renderErrorList(*this, renderer, "treeErrors", aggregatedErrors->errors(), text);
+   renderGroupErrors(*this, renderer, "treeErrors", activeMbbTunnelConfigId, pendingMbbTunnelConfigId, 0, text);
 }
 
 } // namespace Rsvp::Cli

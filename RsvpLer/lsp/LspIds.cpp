@@ -28,9 +28,23 @@ getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
    RSVP_LER_TRACE(lspRequestConfigId);
    if (!lspRequestConfigId || !lspRequestStatusCollTable)
       return {};
-   auto const statuses = lspRequestStatusCollTable->lspRequestStatusColl(lspRequestConfigId.lspGroupId);
-   auto const status = statuses ? statuses->lspRequestStatus(lspRequestConfigId) : nullptr;
-   return status ? status->lspId : Vane::Optional<std::uint16_t>();
+   Vane::Pin const pin;
+   auto const* const statuses = lspRequestStatusCollTable->peek(lspRequestConfigId.lspGroupId);
+   auto const* const status = statuses != nullptr && *statuses ? (*statuses)->peek(lspRequestConfigId) : nullptr;
+   return status != nullptr && *status ? (*status)->lspId : Vane::Optional<std::uint16_t>();
+}
+
+void appendLspIdsForTunnel(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
+                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   auto const groups =
+         lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
+   if (!groups)
+      return;
+   Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const&, Handle<RsvpLerLspGroupStatus> const& group) {
+      appendLspId(lspIds, group->activeLspRequestConfigId, lspRequestStatusCollTable);
+      appendLspId(lspIds, group->pendingLspRequestConfigId, lspRequestStatusCollTable);
+   });
 }
 
 LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
@@ -38,14 +52,7 @@ LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
    RSVP_LER_TRACE(mbbTunnelConfigId);
    LspIds lspIds;
-   auto const groups =
-         lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
-   if (!groups)
-      return lspIds;
-   Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const&, Handle<RsvpLerLspGroupStatus> const& group) {
-      appendLspId(lspIds, group->activeLspRequestConfigId, lspRequestStatusCollTable);
-      appendLspId(lspIds, group->pendingLspRequestConfigId, lspRequestStatusCollTable);
-   });
+   appendLspIdsForTunnel(lspIds, mbbTunnelConfigId, lspGroupStatusCollTable, lspRequestStatusCollTable);
    return lspIds;
 }
 
@@ -60,10 +67,9 @@ LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
    if (!subTunnels)
       return lspIds;
    subTunnels->walk([&](RsvpLerSubTunnelConfigId const&, Handle<RsvpLerSubTunnelStatus> const& subTunnel) {
-      for (auto const& instance : {subTunnel->activeMbbTunnelConfigId, subTunnel->pendingMbbTunnelConfigId}) {
-         LspIds const ofInstance = getLspIdsForTunnel(instance, lspGroupStatusCollTable, lspRequestStatusCollTable);
-         lspIds.insert(lspIds.end(), ofInstance.begin(), ofInstance.end());
-      }
+      for (RsvpLerMbbTunnelConfigId const* instance :
+           {&subTunnel->activeMbbTunnelConfigId, &subTunnel->pendingMbbTunnelConfigId})
+         appendLspIdsForTunnel(lspIds, *instance, lspGroupStatusCollTable, lspRequestStatusCollTable);
    });
    return lspIds;
 }

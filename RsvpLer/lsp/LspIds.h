@@ -2,9 +2,9 @@
 
 #include "RsvpLer/state/Lookups.h"
 #include "vane/Optional.h"
+#include "vane/ShortVector.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace scrivo {
 class RendererV2;
@@ -14,7 +14,7 @@ namespace Rsvp::Cli {
 
 // The ids of some LSPs. An element without a value stands for an LSP that has no id yet; it counts, so the size of the
 // list is the number of LSPs.
-using LspIds = std::vector<Vane::Optional<std::uint16_t>>;
+using LspIds = Vane::ShortVector<Vane::Optional<std::uint16_t>, 16>;
 
 // The id of one LSP: absent for the default key, when a record on the way to it is missing, or when it has none.
 Vane::Optional<std::uint16_t>
@@ -26,6 +26,11 @@ getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
 LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable);
+
+// The same, added to a list.
+void appendLspIdsForTunnel(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
+                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable);
 
 // Those of both instances of all sub-tunnels of a tunnel, in no order that means anything.
 LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,

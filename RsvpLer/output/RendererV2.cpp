@@ -24,6 +24,29 @@ void putFill(char* at, std::size_t width, char fill) noexcept {
       std::memset(at + filled, fill, fillBlock);
 }
 
+template<class Word>
+void putOverlapping(char* at, std::string_view text) noexcept {
+   auto const first = helpers::loadWord<Word>(text.data());
+   auto const last = helpers::loadWord<Word>(text.data() + text.size() - sizeof(Word));
+   std::memcpy(at, &first, sizeof first);
+   std::memcpy(at + text.size() - sizeof last, &last, sizeof last);
+}
+
+// As putBytes. A cell of a table mostly has up to 16 bytes, which two words cover without a call.
+char* putCell(char* at, std::string_view text) noexcept {
+   if (text.size() > 16)
+      return putBytes(at, text);
+   if (text.size() >= 8)
+      putOverlapping<std::uint64_t>(at, text);
+   else if (text.size() >= 4)
+      putOverlapping<std::uint32_t>(at, text);
+   else if (text.size() >= 2)
+      putOverlapping<std::uint16_t>(at, text);
+   else if (!text.empty())
+      *at = text.front();
+   return at + text.size();
+}
+
 } // namespace
 
 // The print is repeated only when its text is longer than 100. One of exactly 100 has been cut to 99 by the
@@ -47,7 +70,7 @@ void RendererV2::writeLeft(std::size_t width, std::string_view text, char fill) 
    if (std::max(width, text.size()) <= shortColumn) {
       char* const at = reserve(shortColumn);
       putFill(at, width, fill);
-      commit(at + std::max(width, static_cast<std::size_t>(putBytes(at, text) - at)));
+      commit(at + std::max(width, static_cast<std::size_t>(putCell(at, text) - at)));
       return;
    }
    printInTwoSteps([&](char* at, std::size_t size) {
@@ -59,7 +82,7 @@ void RendererV2::writeRight(std::size_t width, std::string_view text, char fill)
    if (std::max(width, text.size()) <= shortColumn) {
       char* const at = reserve(shortColumn);
       putFill(at, width, fill);
-      commit(putBytes(at + (width - std::min(width, text.size())), text));
+      commit(putCell(at + (width - std::min(width, text.size())), text));
       return;
    }
    printInTwoSteps([&](char* at, std::size_t size) {
@@ -68,6 +91,11 @@ void RendererV2::writeRight(std::size_t width, std::string_view text, char fill)
 }
 
 void RendererV2::writeString(Kerf::JustifyRight<std::uint32_t> const& value) {
+   if (value.width <= shortColumn) {
+      char digits[Kerf::maxDigits<std::uint32_t>];
+      writeRight(value.width, {digits, Kerf::putNumber(digits, value.text)}, value.fill);
+      return;
+   }
    printInTwoSteps([&](char* at, std::size_t size) {
       return Kerf::to_stringb_aright(at, size, value.text, value.width, value.fill);
    });

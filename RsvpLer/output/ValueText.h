@@ -53,9 +53,9 @@ char* putValue(char* at, T value) noexcept {
 template<Address T>
 char* putValue(char* at, T const& value) noexcept {
    if constexpr (std::same_as<T, Lattice::IpAddr>)
-      return at + Lattice::printIpAddr(value, at, valueRoom<T>);
+      return Lattice::putIpAddr(at, value);
    else
-      return at + value.printToBuffer(at, valueRoom<T>);
+      return value.isV4() ? Lattice::putIpAddr(at, value.v4Addr()) : at + value.printToBuffer(at, valueRoom<T>);
 }
 
 // The JSON forms: a bare number or bool, an address between double quotes. Room: jsonRoom<T>.

@@ -22,6 +22,16 @@
 
 namespace Rsvp {
 
+namespace Impl {
+
+// One round of mixing per field of a key; the tables finish with a mix of their own.
+constexpr std::uint32_t mixField(std::uint32_t hash, std::uint32_t field) noexcept {
+   std::uint64_t const product = (std::uint64_t{hash} ^ field) * 0x9e3779b97f4a7c15 + field;
+   return static_cast<std::uint32_t>(product ^ product >> 32);
+}
+
+} // namespace Impl
+
 // What a tunnel, a path specification and a tunnel profile are known by.
 struct NameAndSource {
    Fathom::String name;
@@ -31,7 +41,9 @@ struct NameAndSource {
    NameAndSource(Fathom::String name_, RsvpLerTunnelSource source_) noexcept
          : name(std::move(name_)), source(source_) {}
 
-   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   std::uint32_t hash(std::uint32_t seed) const noexcept {
+      return Impl::mixField(Impl::mixField(seed, name.hash()), static_cast<std::uint8_t>(source));
+   }
    friend bool operator==(NameAndSource const&, NameAndSource const&) noexcept = default;
    friend std::strong_ordering operator<=>(NameAndSource const&, NameAndSource const&) noexcept = default;
 };
@@ -72,7 +84,9 @@ struct RsvpLerSubTunnelConfigId {
    Brindle::String subTunnelName() const;
 
    static bool isEq(RsvpLerSubTunnelConfigId const& a, RsvpLerSubTunnelConfigId const& b) noexcept { return a == b; }
-   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   std::uint32_t hash(std::uint32_t seed) const noexcept {
+      return Impl::mixField(tunnelSpecId.hash(seed), subTunnelId);
+   }
    friend bool operator==(RsvpLerSubTunnelConfigId const&, RsvpLerSubTunnelConfigId const&) noexcept = default;
    friend std::strong_ordering operator<=>(RsvpLerSubTunnelConfigId const&,
                                            RsvpLerSubTunnelConfigId const&) noexcept = default;
@@ -84,10 +98,10 @@ struct RsvpLerMbbTunnelConfigId {
    std::uint32_t epoch = 0;
 
    // Whether any field differs from the default.
-   explicit operator bool() const noexcept;
+   explicit operator bool() const noexcept { return *this != RsvpLerMbbTunnelConfigId(); }
 
    static bool isEq(RsvpLerMbbTunnelConfigId const& a, RsvpLerMbbTunnelConfigId const& b) noexcept { return a == b; }
-   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   std::uint32_t hash(std::uint32_t seed) const noexcept { return Impl::mixField(subTunnelConfigId.hash(seed), epoch); }
    friend bool operator==(RsvpLerMbbTunnelConfigId const&, RsvpLerMbbTunnelConfigId const&) noexcept = default;
    friend std::strong_ordering operator<=>(RsvpLerMbbTunnelConfigId const&,
                                            RsvpLerMbbTunnelConfigId const&) noexcept = default;
@@ -99,7 +113,9 @@ struct RsvpLerLspGroupId {
    std::uint8_t groupId = 0;
 
    static bool isEq(RsvpLerLspGroupId const& a, RsvpLerLspGroupId const& b) noexcept { return a == b; }
-   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   std::uint32_t hash(std::uint32_t seed) const noexcept {
+      return Impl::mixField(mbbTunnelConfigId.hash(seed), groupId);
+   }
    friend bool operator==(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
    friend std::strong_ordering operator<=>(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
 };
@@ -110,10 +126,10 @@ struct RsvpLerLspRequestConfigId {
    std::uint32_t configId = 0;
 
    // Whether any field differs from the default.
-   explicit operator bool() const noexcept;
+   explicit operator bool() const noexcept { return *this != RsvpLerLspRequestConfigId(); }
 
    static bool isEq(RsvpLerLspRequestConfigId const& a, RsvpLerLspRequestConfigId const& b) noexcept { return a == b; }
-   std::uint32_t hash(std::uint32_t seed) const noexcept;
+   std::uint32_t hash(std::uint32_t seed) const noexcept { return Impl::mixField(lspGroupId.hash(seed), configId); }
    friend bool operator==(RsvpLerLspRequestConfigId const&, RsvpLerLspRequestConfigId const&) noexcept = default;
    friend std::strong_ordering operator<=>(RsvpLerLspRequestConfigId const&,
                                            RsvpLerLspRequestConfigId const&) noexcept = default;

@@ -4,16 +4,22 @@ namespace Rsvp {
 
 namespace {
 
-// The two steps of every table of tables: the parent's collection, then the whole key in it.
+// The two steps of every table of tables: the parent's collection, then the whole key in it. What is on the way is only
+// looked at, under the caller's pin.
 template<class Table, class ParentKey, class Key>
-auto findInCollection(Brindle::Ptr<Table> const& table, ParentKey const& parent, Key const& key)
-      -> decltype(table->find(parent)->find(key)) {
-   if (!table)
-      return {};
-   auto const coll = table->find(parent);
-   if (!coll)
-      return {};
-   return coll->find(key);
+auto peekInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key) noexcept
+      -> decltype(slot.peek()->find(parent)->peek(key)) {
+   Table const* const table = slot.peek();
+   auto const* const coll = table != nullptr ? table->peek(parent) : nullptr;
+   return coll != nullptr && *coll ? (*coll)->peek(key) : nullptr;
+}
+
+template<class Table, class ParentKey, class Key>
+auto findInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key)
+      -> decltype(slot.peek()->find(parent)->find(key)) {
+   Vane::Pin const pin;
+   auto const* const record = peekInCollection(slot, parent, key);
+   return record != nullptr ? *record : nullptr;
 }
 
 } // namespace
@@ -22,45 +28,47 @@ Handle<RsvpLerMbbTunnelConfig> findMbbTunnelConfig(Handle<RsvpLerStatehubStatus>
                                                    RsvpLerMbbTunnelConfigId const& id) {
    if (!root)
       return {};
-   return findInCollection(root->mbbTunnelConfigCollTable.get(), id.subTunnelConfigId, id);
+   return findInCollection(root->mbbTunnelConfigCollTable, id.subTunnelConfigId, id);
 }
 
 Handle<RsvpLerMbbTunnelStatus> findMbbTunnelStatus(Handle<RsvpLerStatehubStatus> const& root,
                                                    RsvpLerMbbTunnelConfigId const& id) {
    if (!root)
       return {};
-   return findInCollection(root->mbbTunnelStatusCollTable.get(), id.subTunnelConfigId, id);
+   return findInCollection(root->mbbTunnelStatusCollTable, id.subTunnelConfigId, id);
 }
 
 Handle<RsvpLerLspGroupStatus> findLspGroupStatus(Handle<RsvpLerStatehubStatus> const& root,
                                                  RsvpLerLspGroupId const& id) {
    if (!root)
       return {};
-   auto const table = root->lspGroupStatusCollTable.get();
-   if (!table || !findMbbTunnelStatus(root, id.mbbTunnelConfigId))
+   Vane::Pin const pin;
+   RsvpLerMbbTunnelConfigId const& instance = id.mbbTunnelConfigId;
+   auto const* const status = peekInCollection(root->mbbTunnelStatusCollTable, instance.subTunnelConfigId, instance);
+   if (status == nullptr || !*status)
       return {};
-   return findInCollection(table, id.mbbTunnelConfigId, id);
+   return findInCollection(root->lspGroupStatusCollTable, instance, id);
 }
 
 Handle<RsvpLerLspRequestConfig> findLspRequestConfig(Handle<RsvpLerStatehubStatus> const& root,
                                                      RsvpLerLspRequestConfigId const& id) {
    if (!root)
       return {};
-   return findInCollection(root->lspRequestConfigCollTable.get(), id.lspGroupId, id);
+   return findInCollection(root->lspRequestConfigCollTable, id.lspGroupId, id);
 }
 
 Handle<RsvpLerLspRequestStatus> findLspRequestStatus(Handle<RsvpLerStatehubStatus> const& root,
                                                      RsvpLerLspRequestConfigId const& id) {
    if (!root)
       return {};
-   return findInCollection(root->lspRequestStatusCollTable.get(), id.lspGroupId, id);
+   return findInCollection(root->lspRequestStatusCollTable, id.lspGroupId, id);
 }
 
 Handle<RsvpLerSubTunnelConfig> findSubTunnelConfig(Handle<RsvpLerStatehubStatus> const& root,
                                                    RsvpLerSubTunnelConfigId const& id) {
    if (!root)
       return {};
-   return findInCollection(root->subTunnelConfigCollTable.get(), id.tunnelSpecId, id);
+   return findInCollection(root->subTunnelConfigCollTable, id.tunnelSpecId, id);
 }
 
 RsvpLerTunnelAutoBwConfig findAutoBwConfig(Handle<RsvpLerAutoBwConfig> const& autoBwConfig,

@@ -116,6 +116,40 @@ Order compareNext(Cursor& left, Cursor& right) noexcept {
    return lowered(l) - lowered(r);
 }
 
+// Where a byte stands among all, from 0 to 255. In a key none but a run of digits begins with the place of a digit.
+char placeOf(char c) noexcept {
+   return static_cast<char>(lowered(c) + 128);
+}
+
+char* putDigits(char* at, Run digits) noexcept {
+   return std::copy(digits.begin, digits.end, at);
+}
+
+// Up to eight digits the first byte tells how many there are; it ranges over the places of the digits 0 to 8. That of
+// the 9 stands before a length of four bytes.
+char* putInteger(char* at, Run digits) noexcept {
+   digits.begin = skipZeros(digits);
+   auto const length = static_cast<std::size_t>(digits.end - digits.begin);
+   if (length < 9) {
+      *at++ = static_cast<char>(placeOf('0') + static_cast<char>(length));
+   } else {
+      *at++ = placeOf('9');
+      for (int shift = 24; shift >= 0; shift -= 8)
+         *at++ = static_cast<char>(length >> shift);
+   }
+   return putDigits(at, digits);
+}
+
+// The byte at the end is less than any digit that the other side may have there.
+char* putFraction(char* at, Run digits) noexcept {
+   while (digits.end != digits.begin && digits.end[-1] == '0')
+      --digits.end;
+   *at++ = placeOf('0');
+   at = putDigits(at, digits);
+   *at++ = '\0';
+   return at;
+}
+
 } // namespace
 
 template<class Char, class Position>
@@ -133,5 +167,21 @@ bool _compare(Position const& lhsBegin, Position const& lhsEnd, Position const& 
 
 template bool _compare<char, char const*>(char const* const& lhsBegin, char const* const& lhsEnd,
                                           char const* const& rhsBegin, char const* const& rhsEnd) noexcept;
+
+char* putSortKey(char* at, std::string_view text) noexcept {
+   Cursor cursor(text.data(), text.data() + text.size());
+   while (!cursor.atEnd()) {
+      char const byte = cursor.take();
+      if (isDigit(byte)) {
+         Run const run = cursor.digits();
+         at = cursor.behindPoint() ? putFraction(at, run) : putInteger(at, run);
+         cursor.moveTo(run.end);
+      } else {
+         *at++ = placeOf(byte);
+         cursor.advance();
+      }
+   }
+   return at;
+}
 
 } // namespace SI::natural

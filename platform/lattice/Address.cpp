@@ -3,7 +3,6 @@
 #include <arpa/inet.h>
 
 #include <algorithm>
-#include <charconv>
 
 namespace Lattice {
 
@@ -23,12 +22,7 @@ std::size_t copyBounded(std::string_view text, char* buffer, std::size_t size) n
 
 std::size_t printIpAddr(IpAddr const& address, char* buffer, std::size_t size) noexcept {
    char text[16];
-   char* end = text;
-   for (std::uint8_t octet : address.octets()) {
-      if (end != text)
-         *end++ = '.';
-      end = std::to_chars(end, text + sizeof text, octet).ptr;
-   }
+   char* const end = putIpAddr(text, address);
    return copyBounded({text, end}, buffer, size);
 }
 

@@ -87,6 +87,34 @@ private:
    std::array<std::uint8_t, 16> bytes_{};
 };
 
+// The digits of an octet with a point behind them.
+struct OctetText {
+   std::array<char, 4> text;
+   std::uint8_t size; // with the point
+};
+constexpr std::array<OctetText, 256> makeOctetTexts() noexcept {
+   std::array<OctetText, 256> texts{};
+   for (unsigned octet = 0; octet < texts.size(); ++octet) {
+      OctetText& entry = texts[octet];
+      for (unsigned unit : {100U, 10U, 1U}) {
+         if (octet >= unit || unit == 1)
+            entry.text[entry.size++] = static_cast<char>('0' + octet / unit % 10);
+      }
+      entry.text[entry.size++] = '.';
+   }
+   return texts;
+}
+inline constexpr std::array<OctetText, 256> octetTexts = makeOctetTexts();
+
+// Writes dotted decimal at `at`, where 16 bytes must be free though the text has at most 15, and returns its end.
+inline char* putIpAddr(char* at, IpAddr const& address) noexcept {
+   for (std::uint8_t octet : address.octets()) {
+      std::memcpy(at, octetTexts[octet].text.data(), 4);
+      at += octetTexts[octet].size;
+   }
+   return at - 1;
+}
+
 // Writes dotted decimal under the contract of Ip6Addr::printToBuffer; the length is at most 15.
 std::size_t printIpAddr(IpAddr const& address, char* buffer, std::size_t size) noexcept;
 

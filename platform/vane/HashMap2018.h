@@ -89,7 +89,10 @@ public:
    HashMap2018(HashMap2018 const&) = delete;
    HashMap2018& operator=(HashMap2018 const&) = delete;
    ~HashMap2018() {
-      if (Array* const array = array_.load(std::memory_order_relaxed))
+      Array* const array = array_.load(std::memory_order_relaxed);
+      if (isOwn(array))
+         delete ownCell_.entry.load(std::memory_order_relaxed);
+      else if (array != nullptr)
          disposeAll(array);
    }
 
@@ -104,6 +107,31 @@ public:
    // Copies the key's value into `out`. Returns false, and leaves `out` alone, when the key is absent.
    bool find(Key const& key, Value& out) const {
       return inspect(key, [&out](Value const& value) { out = value; });
+   }
+   // The key's value in place, nullptr when the key is absent; it is good as long as a pin that the caller has taken
+   // before.
+   Value const* peek(Key const& key) const noexcept {
+      Entry const* const entry = findEntry(key);
+      return entry != nullptr ? &entry->value : nullptr;
+   }
+   // Two steps ahead of a lookup, for whoever knows early what it will look up: each asks the memory for what the next
+   // step, and at last the lookup, will read first, and waits for nothing that the step before has asked for. Under a
+   // pin of the caller's.
+   void prefetchCell(Key const& key) const noexcept {
+      if (Cell const* const cell = firstCell(keptHash(key)))
+         __builtin_prefetch(cell);
+   }
+   void prefetchEntry(Key const& key) const noexcept {
+      std::uint32_t const hash = keptHash(key);
+      Cell const* const cell = firstCell(hash);
+      if (cell != nullptr && cell->hash.load(std::memory_order_relaxed) == hash)
+         __builtin_prefetch(cell->entry.load(std::memory_order_relaxed));
+   }
+   // The same for the entries of a map of a few keys, whatever they are.
+   void prefetchEntries() const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      for (std::uint32_t i = 0; array != nullptr && i <= std::min(array->mask, std::uint32_t{3}); ++i)
+         __builtin_prefetch(array->cells()[i].entry.load(std::memory_order_relaxed));
    }
    // Calls `body` with the key's value, in place and under a pin. Returns false when the key is absent.
    template<class Body>
@@ -165,7 +193,9 @@ public:
       Array* const array = array_.exchange(nullptr, std::memory_order_acq_rel);
       used_ = 0;
       size_.store(0, std::memory_order_relaxed);
-      if (array != nullptr)
+      if (isOwn(array))
+         retireObject(ownCell_.entry.load(std::memory_order_relaxed));
+      else if (array != nullptr)
          retire(array, [](void const* dead) noexcept { disposeAll(static_cast<Array const*>(dead)); });
    }
 
@@ -207,6 +237,11 @@ private:
       return capacity <= 4 ? capacity : capacity - capacity / 4;
    }
 
+   // Where the search for a hash begins; nullptr in a map without an array.
+   Cell const* firstCell(std::uint32_t hash) const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      return array == nullptr ? nullptr : &array->cells()[hash & array->mask];
+   }
    // The live entry of a key, or nullptr.
    Entry const* findEntry(Key const& key) const noexcept {
       Array const* const array = array_.load(std::memory_order_acquire);
@@ -285,11 +320,16 @@ private:
          if (!entry->live)
             retireObject(entry);
       });
-      if (former != nullptr)
+      if (former != nullptr && !isOwn(former))
          retire(former, [](void const* dead) noexcept { ::operator delete(const_cast<void*>(dead)); });
    }
 
-   static Array* makeArray(std::size_t count) {
+   bool isOwn(Array const* array) const noexcept { return array == &ownArray_; }
+
+   Array* makeArray(std::size_t count) {
+      // Once only: a reader may stand in it long after the map has moved on.
+      if (count == 1 && !std::exchange(ownArrayTaken_, true))
+         return &ownArray_;
       std::size_t size = 1;
       while (limit(size) < count)
          size *= 2;
@@ -315,9 +355,12 @@ private:
 
    static_assert(sizeof(Cell) == 16, "a cell doesn't straddle two cache lines");
 
+   Array ownArray_{0};
+   Cell ownCell_; // that of ownArray_, which finds it behind itself
    std::atomic<Array*> array_ = nullptr;
    std::atomic<std::size_t> size_ = 0;
-   std::size_t used_ = 0; // cells that belong to a key, live or erased
+   std::uint32_t used_ = 0; // cells that belong to a key, live or erased
+   bool ownArrayTaken_ = false;
 };
 
 } // namespace Vane

@@ -24,6 +24,10 @@ public:
       return Brindle::Ptr<T>::share(node_.load(std::memory_order_acquire));
    }
 
+   // What the slot holds at this moment, nullptr for nothing; it is good as long as a pin that the caller has taken
+   // before.
+   T* peek() const noexcept { return node_.load(std::memory_order_acquire); }
+
    // Replaces what the slot holds. The use of the former object is dropped once no reader is about to take
    // it.
    void set(Brindle::Ptr<T> value) noexcept {

@@ -323,6 +323,35 @@ TEST(HashMap2018, DropsEachUseOfARecordOnce) {
    EXPECT_EQ(CountedRecord::alive(), 0);
 }
 
+// The first key of a map stands in the map itself, the ones after it don't.
+TEST(HashMap2018, AMapOfOneKeyDropsEachUseOfARecordOnce) {
+   Vane::collectRetired();
+   ASSERT_EQ(CountedRecord::alive(), 0);
+   for (int keys : {1, 2}) {
+      Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+      map.set(1, countedRecord(1));
+      map.set(1, countedRecord(1, 1));
+      if (keys == 2)
+         map.set(2, countedRecord(2));
+      Vane::collectRetired();
+      EXPECT_EQ(CountedRecord::alive(), keys);
+      EXPECT_EQ(map.find(1)->generation(), 1u);
+      map.erase(1);
+      map.clear();
+      Vane::collectRetired();
+      EXPECT_EQ(CountedRecord::alive(), 0);
+      EXPECT_EQ(map.find(1), nullptr);
+      map.set(3, countedRecord(3));
+      EXPECT_TRUE(map.find(3)->isWhole(3));
+      map.clear();
+      map.set(4, countedRecord(4));
+      EXPECT_EQ(map.find(3), nullptr);
+      EXPECT_TRUE(map.find(4)->isWhole(4));
+   }
+   Vane::collectRetired();
+   EXPECT_EQ(CountedRecord::alive(), 0);
+}
+
 TEST(HashMap2018, ALookupOfAnAbsentKeyGivesAnEmptyHandle) {
    Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
    map.set(1, countedRecord(1));

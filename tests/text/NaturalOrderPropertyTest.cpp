@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // The comparison against a second telling of the same order: each text is turned into a row of numbers once,
@@ -154,6 +155,54 @@ TEST(NaturalOrderProperty, agreesWithTheKeysOfPairsUpToFiveBytes) {
    EXPECT_EQ(disagreements.count(), 0U);
 }
 
+// The key in bytes; what it writes beyond the room that it asks for is noticed.
+std::string byteKey(std::string const& text) {
+   std::string bytes(SI::natural::sortKeyRoom(text.size()) + 8, '\x7f');
+   char* const end = SI::natural::putSortKey(bytes.data(), text);
+   auto const size = static_cast<std::size_t>(end - bytes.data());
+   EXPECT_LE(size, SI::natural::sortKeyRoom(text.size())) << testing::PrintToString(text);
+   EXPECT_EQ(bytes.substr(SI::natural::sortKeyRoom(text.size())), std::string(8, '\x7f'));
+   bytes.resize(size);
+   return bytes;
+}
+
+// Both kinds of keys are totally ordered, so that neighbours tell of all pairs.
+TEST(NaturalOrderProperty, bytesOfKeysOrderAllTextsUpToSixBytes) {
+   std::vector<std::pair<SortKey, std::string>> keys;
+   for (std::string const& text : allTexts(smallAlphabet, 6))
+      keys.emplace_back(sortKey(text), byteKey(text));
+   std::sort(keys.begin(), keys.end());
+   ASSERT_GT(keys.size(), 130000U);
+   std::size_t wrong = 0;
+   for (std::size_t i = 1; i < keys.size(); ++i) {
+      bool const different = keys[i - 1].first != keys[i].first;
+      if (different ? !(keys[i - 1].second < keys[i].second) : keys[i - 1].second != keys[i].second)
+         ++wrong;
+   }
+   EXPECT_EQ(wrong, 0U);
+}
+
+TEST(NaturalOrderProperty, bytesOfKeysOrderLongRunsOfDigits) {
+   std::vector<std::pair<SortKey, std::string>> keys;
+   for (std::size_t digits : {1, 7, 8, 9, 10, 255, 256, 65535, 65536}) {
+      for (char const first : {'0', '1', '9'}) {
+         for (char const* const end : {"", ".", "a", " "}) {
+            for (char const* const begin : {"t", "t."}) {
+               std::string text = begin;
+               text.append(1, first).append(digits - 1, '5').append(end);
+               keys.emplace_back(sortKey(text), byteKey(text));
+            }
+         }
+      }
+   }
+   std::size_t wrong = 0;
+   for (auto const& left : keys) {
+      for (auto const& right : keys)
+         wrong += (left.first < right.first) != (left.second < right.second) ? 1 : 0;
+   }
+   EXPECT_EQ(wrong, 0U);
+}
+
 class RandomNames {
 public:
    std::string name() {
@@ -194,6 +243,8 @@ TEST(NaturalOrderProperty, agreesWithTheKeysOfRandomNames) {
       for (std::string const& second : {variant, names.variant(variant), other}) {
          disagreements.check(name, second, sortKey(name) < sortKey(second));
          disagreements.check(second, name, sortKey(second) < sortKey(name));
+         EXPECT_EQ(byteKey(name) < byteKey(second), isBefore(name, second))
+               << testing::PrintToString(name) << testing::PrintToString(second);
       }
    }
    EXPECT_EQ(disagreements.count(), 0U);

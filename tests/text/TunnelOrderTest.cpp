@@ -92,6 +92,26 @@ TEST(TunnelOrder, sortGivesTheListingWhateverTheTableGave) {
    }
 }
 
+// Names with a long beginning in common, some of them equivalent, of several sources.
+TEST(TunnelOrder, sortAgreesWithTheComparison) {
+   std::mt19937 engine(11);
+   auto const below = [&](unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(engine); };
+   for (int round = 0; round < 200; ++round) {
+      std::string const prefix = round % 2 == 0 ? "router-with-a-long-name-" : "";
+      std::vector<RsvpLerTunnelSpecId> tunnels;
+      for (unsigned i = below(60); i > 0; --i) {
+         std::string name = prefix;
+         for (unsigned length = below(6); length > 0; --length)
+            name += "0019aA.  -"[below(10)];
+         tunnels.push_back(tunnel(name, static_cast<int>(below(4))));
+      }
+      std::vector<RsvpLerTunnelSpecId> expected = tunnels;
+      std::stable_sort(expected.begin(), expected.end(), isListedBefore);
+      sortTunnels(tunnels);
+      EXPECT_EQ(tunnels, expected);
+   }
+}
+
 TEST(TunnelOrder, sortKeepsEqualTunnelsAndTakesNone) {
    std::vector<RsvpLerTunnelSpecId> none;
    sortTunnels(none);
