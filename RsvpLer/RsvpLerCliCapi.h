@@ -69,14 +69,14 @@ public:
    void renderTunnel(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId, bool summary,
                      bool lspDetails, bool detail, bool history, bool subTunnel);
 
-   // --- Handles, as the constructor got them -------------------------------------------------------------------------
+   // ---- Handles, as the constructor got them.
 
    Handle<RsvpCliConfig> rsvpCliConfig;
    Handle<RsvpLerCliConfig> rsvpLerCliConfig;
    Handle<RsvpLerStatehubStatus> rsvpLerStatus;
    Handle<RsvpLerFathomStatus> rsvpLerFathomStatus;
 
-   // --- Widths of the summary tables, in characters ------------------------------------------------------------------
+   // ---- Widths of the summary tables, in characters.
    // Each starts as the length of its heading. A listing only ever raises them, and they stay raised.
 
    std::uint8_t tunnelNameWidth = 11;
@@ -101,9 +101,7 @@ public:
    std::uint8_t subTunnelIdWidth = 10;
    std::uint8_t sessionIdWidth = 10;
 
-   // --- Tables
-   // -------------------------------------------------------------------------------------------------------- Read from
-   // the root at each call; empty when the root or its field is.
+   // ---- Tables, read from the root at each call; empty when the root or its field is.
 
    RSVP_LER_EXPORT Handle<RsvpLerPathSpecConfigColl> pathSpecConfigColl() const;
    RSVP_LER_EXPORT Handle<RsvpLerTunnelSpecPtrConstColl> tunnelSpecColl() const;
@@ -125,9 +123,7 @@ public:
    RSVP_LER_EXPORT Handle<RsvpLerSubTunnelHistory> rsvpLerSubTunnelHistory() const;
    RSVP_LER_EXPORT Handle<RsvpLerCspfPathKeyMapping> cspfPathKeyMapping() const;
 
-   // --- Lookups
-   // ------------------------------------------------------------------------------------------------------- Each gives
-   // an owned handle, empty wherever a link of the chain is missing (state/Lookups.h).
+   // ---- Lookups. Each gives an owned handle, empty wherever a link of the chain is missing (state/Lookups.h).
 
    RSVP_LER_EXPORT Handle<RsvpLerMbbTunnelConfig>
    getMbbTunnelConfig(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId) const;
@@ -153,8 +149,7 @@ public:
    // missing.
    RsvpLerPathSpecId getRequestedPathSpecId(RsvpLerTunnelSpecId const& tunnelSpecId, bool primary) const;
 
-   // --- Summary tables (summary/), text only
-   // ----------------------------------------------------------------------------
+   // ---- Summary tables (summary/), text only.
 
    RSVP_LER_EXPORT void setP2pTunnelSummaryHeaderColSizes(RsvpLerTunnelSpecId const& tunnelSpecId);
    void renderP2pTunnelSummaryHeader(scrivo::RendererV2* renderer) const;
@@ -183,8 +178,7 @@ public:
                                Handle<RsvpLerSubTunnelIndexMap> const& subTunnelIndexMap, std::uint32_t lspCount,
                                bool mbb) const;
 
-   // --- Bandwidth (detail/)
-   // ---------------------------------------------------------------------------------------------
+   // ---- Bandwidth (detail/).
 
    // What all sub-tunnels together ask for, in bits per second; 0 with an empty handle. Where a sub-tunnel is being
    // replaced, its share is the replacement's.
@@ -209,8 +203,7 @@ public:
                                         Handle<RsvpLerBwSamplingStatusColl> const& bwSamplingStatusColl,
                                         bool showText) const;
 
-   // --- Sub-tunnels (detail/)
-   // -------------------------------------------------------------------------------------------
+   // ---- Sub-tunnels (detail/).
 
    // Every sub-tunnel of a split tunnel, by rising number.
    void renderSubTunnelsForTunnel(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId,
@@ -225,8 +218,7 @@ public:
                         Handle<RsvpLerBwSamplingStatusColl> const& bwSamplingStatusColl,
                         Handle<RsvpLerSubTunnelIndexMap> const& subTunnelIndexMap, ShowTunnelVariant variant);
 
-   // --- Paths and LSP groups (lsp/)
-   // -------------------------------------------------------------------------------------
+   // ---- Paths and LSP groups (lsp/).
 
    void renderPaths(scrivo::RendererV2* renderer, RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                     RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const;
@@ -258,8 +250,7 @@ public:
                                    RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                    RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, bool showText) const;
 
-   // --- Errors (lsp/)
-   // ---------------------------------------------------------------------------------------------------
+   // ---- Errors (lsp/).
 
    // Adds the errors of one LSP to the set.
    RSVP_LER_EXPORT void aggregateLspErrors(RsvpLerLspRequestConfigId const& lspRequestConfigId,
@@ -277,8 +268,7 @@ public:
                                      RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                                      RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, bool text) const;
 
-   // --- LSPs (lsp/)
-   // -----------------------------------------------------------------------------------------------------
+   // ---- LSPs (lsp/).
 
    void renderLsps(scrivo::RendererV2* renderer, RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                    RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId) const;
@@ -288,8 +278,7 @@ public:
                             bool active) const;
    void renderLsp(scrivo::RendererV2* renderer, RsvpLerLspRequestConfigId const& lspRequestConfigId, bool inUse) const;
 
-   // --- P2MP trees and leaves (lsp/)
-   // ------------------------------------------------------------------------------------
+   // ---- P2MP trees and leaves (lsp/).
 
    void renderP2mpLspGroup(scrivo::RendererV2* renderer, RsvpLerPathSpecId const& pathSpecId,
                            Handle<RsvpLerMbbTunnelStatus> const& activeMbbTunnelStatus,
@@ -317,8 +306,7 @@ public:
                                 Handle<RsvpLerLspRequestStatus> const& status, Handle<RsvpLerTree> const& tree,
                                 bool text) const;
 
-   // --- History (history/)
-   // ----------------------------------------------------------------------------------------------
+   // ---- History (history/).
 
    // The tables of the logs must be there: an empty handle ends the process.
    void renderTunnelHistory(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId,

@@ -14,8 +14,7 @@ class RendererV2;
 
 namespace Rsvp::Cli {
 
-// --- Identity (TunnelIdentity.cpp)
-// ------------------------------------------------------------------------------------
+// ---- Identity (TunnelIdentity.cpp).
 
 // "Tunnel tun1" and "Sub tunnel 2". Text only, in every view that calls them.
 void renderTunnelNameHeading(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId);
@@ -46,8 +45,7 @@ void renderTunnelSessionCliId(scrivo::RendererV2* renderer, Handle<RsvpLerSubTun
 void renderSubTunnelSessionId(scrivo::RendererV2* renderer, Handle<RsvpLerSubTunnelStatus> const& status,
                               bool showText);
 
-// --- State (TunnelState.cpp)
-// ------------------------------------------------------------------------------------------
+// ---- State (TunnelState.cpp).
 
 // The metric is the IGP's when the configuration leaves it to the IGP, else the configured one. A color that isn't set
 // has no member, and "-" in the line.
@@ -69,8 +67,7 @@ void renderSubTunnelActivePathType(scrivo::RendererV2* renderer, RsvpLerLspGroup
 // JSON only: a P2MP tunnel is never on a secondary path.
 void renderP2mpActivePathType(scrivo::RendererV2* renderer);
 
-// --- Options (TunnelOptions.cpp)
-// --------------------------------------------------------------------------------------
+// ---- Options (TunnelOptions.cpp).
 
 // Two lines, which stand at six blanks though they have no heading.
 void renderTunnelPriorities(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
@@ -84,8 +81,7 @@ void renderTunnelLdpTunneling(scrivo::RendererV2* renderer, Handle<RsvpLerSuperT
 void renderTunnelIgpShortcut(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config,
                              bool showText);
 
-// --- Split (TunnelSplit.cpp)
-// ------------------------------------------------------------------------------------------
+// ---- Split (TunnelSplit.cpp).
 
 // JSON only: whether the tunnel may split its bandwidth.
 void renderTunnelSplitTunnel(scrivo::RendererV2* renderer, Handle<RsvpLerSuperTunnelConfig> const& config);

@@ -57,12 +57,12 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    });
 }
 
-// The group that carries the traffic of an instance, the default when the instance has no status.
-RsvpLerLspGroupId activeGroupOf(Handle<RsvpLerMbbTunnelStatusCollTable> const& table,
-                                RsvpLerMbbTunnelConfigId const& mbbId) {
+// Whether the group is the one that carries the traffic of its instance.
+bool isInUse(Handle<RsvpLerMbbTunnelStatusCollTable> const& table, RsvpLerMbbTunnelConfigId const& mbbId,
+             RsvpLerLspGroupId const& groupKey) {
    auto const coll = table->mbbTunnelStatusColl(mbbId.subTunnelConfigId);
    auto const status = coll ? coll->mbbTunnelStatus(mbbId) : nullptr;
-   return status ? status->activeLspGroupId : RsvpLerLspGroupId();
+   return status && status->activeLspGroupId == groupKey;
 }
 
 void countRequest(ShowRsvpLer const& command, RsvpLerLspRequestConfigId const& id, bool isP2mp, LerCounts& counts) {
@@ -83,19 +83,11 @@ void countRequest(ShowRsvpLer const& command, RsvpLerLspRequestConfigId const& i
    }
 }
 
-// `activeGroup` is that of the instance the group belongs to, and `split` tells whether that instance is a
-// sub-tunnel's.
-void countGroup(ShowRsvpLer const& command, RsvpLerLspGroupId const& groupKey, RsvpLerLspGroupStatus const& group,
-                RsvpLerLspGroupId const& activeGroup, bool split, LerCounts& counts) {
+void countGroup(ShowRsvpLer const& command, RsvpLerLspGroupStatus const& group, LerCounts& counts) {
    countRequest(command, group.activeLspRequestConfigId, group.isP2mp, counts);
    countRequest(command, group.pendingLspRequestConfigId, group.isP2mp, counts);
-   if (!isUp(group.lspGroupState))
-      return;
-   ++(group.isP2mp ? counts.p2mpLspUpCount : counts.lspUpCount);
-   bool const inUse = activeGroup != RsvpLerLspGroupId() && activeGroup == groupKey;
-   // P2MP groups take part in this just as P2P groups do.
-   if (inUse && groupKey.groupId != 0)
-      ++(split ? counts.subTunnelSecondaryInUseCount : counts.tunnelSecondaryInUseCount);
+   if (isUp(group.lspGroupState))
+      ++(group.isP2mp ? counts.p2mpLspUpCount : counts.lspUpCount);
 }
 
 void countLsps(ShowRsvpLer const& command, LerCounts& counts) {
@@ -104,10 +96,12 @@ void countLsps(ShowRsvpLer const& command, LerCounts& counts) {
    if (!groupTable || !mbbTable)
       return;
    groupTable->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, Handle<RsvpLerLspGroupStatusColl> const& groups) {
-      RsvpLerLspGroupId const activeGroup = activeGroupOf(mbbTable, mbbId);
-      bool const split = mbbId.subTunnelConfigId.isSplit();
       Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
-         countGroup(command, groupKey, *group, activeGroup, split, counts);
+         countGroup(command, *group, counts);
+         // P2MP groups take part in this just as P2P groups do.
+         if (groupKey.groupId != 0 && isUp(group->lspGroupState) && isInUse(mbbTable, mbbId, groupKey))
+            ++(mbbId.subTunnelConfigId.isSplit() ? counts.subTunnelSecondaryInUseCount
+                                                 : counts.tunnelSecondaryInUseCount);
       });
    });
 }

@@ -6,10 +6,9 @@
 
 #include <cstdint>
 
-// The vocabulary of states: every word that stands for an enumeration in a view. The text format takes the
-// human text
-// (...ToString), JSON the enum word, one token in lower camel case (...ToEnumString, or `json` true). Where
-// the two would be equal one function serves both.
+// The vocabulary of states: every word that stands for an enumeration in a view. The text format takes the human text
+// (...ToString), JSON the enum word, one token in lower camel case (...ToEnumString, or `json` true). Where the two
+// would be equal one function serves both.
 //
 // All give static text that nobody frees. A byte that the enumeration doesn't name ends the process through
 // the assertion "This should be unreachable", except where a function says otherwise.

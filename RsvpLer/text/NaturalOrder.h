@@ -5,15 +5,12 @@
 
 // The natural order of texts, which puts tunnel2 before tunnel10.
 //
-// - Runs of digits compare as integers of any length, leading zeros apart: 2 before 10, 007 beside 7. A run
-// behind a point
-//   is a fraction and compares digit by digit: 1.10 before 1.9, 1.5 beside 1.50.
-// - Letters compare without regard to their case, in ASCII whatever the locale. All other bytes compare by
-// code, those
+// - Runs of digits compare as integers of any length, leading zeros apart: 2 before 10, 007 beside 7. A run behind a
+//   point is a fraction and compares digit by digit: 1.10 before 1.9, 1.5 beside 1.50.
+// - Letters compare without regard to their case, in ASCII whatever the locale. All other bytes compare by code, those
 //   from 128 up before all others.
-// - A run of blanks (32 alone) counts as one, also at the start. A run of two and more at the end of a text
-// ends in a byte
-//   of value 0.
+// - A run of blanks (32 alone) counts as one, also at the start. A run of two and more at the end of a text ends in a
+//   byte of value 0.
 //
 // Texts that the order holds equivalent ("beside" above) give false in both directions.
 

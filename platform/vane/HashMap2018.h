@@ -67,10 +67,35 @@ public:
       void advance() noexcept {
          iter_ = nullptr;
          while (iter_ == nullptr && array_ != nullptr && cell_ <= array_->mask) {
+            lookAhead();
             Entry const* const entry = array_->cells()[cell_++].entry.load(std::memory_order_acquire);
             if (entry != nullptr && entry->live)
                iter_ = current(entry);
          }
+      }
+      // Asks the memory for what the walk will read some cells on: first the entry, nearer what its value points to,
+      // and nearer still what stands in that when it is a collection.
+      void lookAhead() const noexcept {
+         if (Entry const* const entry = entryAhead(24))
+            __builtin_prefetch(entry);
+         if constexpr (requires(Value const& value) { value.get(); }) {
+            if (Entry const* const entry = entryAhead(16))
+               __builtin_prefetch(entry->value.get());
+            Entry const* const entry = entryAhead(8);
+            if (entry != nullptr && entry->value != nullptr)
+               prefetchContents(*entry->value);
+         }
+      }
+      Entry const* entryAhead(std::uint32_t cells) const noexcept {
+         return array_->mask - cell_ < cells ? nullptr
+                                             : array_->cells()[cell_ + cells].entry.load(std::memory_order_acquire);
+      }
+      template<class Pointee>
+      static void prefetchContents(Pointee const& pointee) noexcept {
+         if constexpr (requires { pointee.prefetchEntries(); })
+            pointee.prefetchEntries();
+         else if constexpr (requires { pointee.prefetchFirst(); })
+            pointee.prefetchFirst();
       }
       // This array is no longer written to when the map has moved to another one.
       Entry const* current(Entry const* entry) const noexcept {
