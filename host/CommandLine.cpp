@@ -1,13 +1,12 @@
 #include "host/CommandLine.h"
 
+#include "host/OptionValues.h"
 #include "host/schema/ViewSchema.h"
 #include "host/synth/Synth.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -35,63 +34,12 @@ struct Values {
    bool traceText = false;
 };
 
-// One line, whatever stood on the command line.
-std::string inOneLine(std::string text) {
-   std::replace_if(
-         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, ' ');
-   return text;
-}
-
-[[noreturn]] void failUsage(std::string const& message) {
-   throw UsageError(inOneLine(message) + "; see lershow --help");
-}
-
 Format readFormat(Values const& values) {
    if (values.format && values.format != "text" && values.format != "json")
       failUsage("--format takes text or json, not '" + *values.format + "'");
    if (values.json && values.format == "text")
       failUsage("--json and --format text exclude each other; give one of them");
    return values.json || values.format == "json" ? Format::json : Format::text;
-}
-
-// Empty only when none is named.
-std::string readFileName(char const* option, std::optional<std::string> const& name) {
-   if (name && name->empty())
-      failUsage(std::string(option) + " takes the name of a file");
-   return name.value_or("");
-}
-
-std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t highest) {
-   std::uint64_t number = 0;
-   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-   if (error != std::errc() || end != text.data() + text.size() || number > highest)
-      failUsage(option + " takes a whole number from 0 to " + std::to_string(highest) + ", not '" + text + "'");
-   return number;
-}
-
-double readShare(std::string const& option, std::string const& text) {
-   double share = 0;
-   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), share);
-   if (error != std::errc() || end != text.data() + text.size() || !(share >= 0 && share <= 1))
-      failUsage(option + " takes a number from 0 to 1, not '" + text + "'");
-   return share;
-}
-
-// Seconds with a fraction, from a tenth of one to a day.
-std::chrono::milliseconds readSeconds(std::string const& option, std::string const& text) {
-   double seconds = 0;
-   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-   if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0.1 && seconds <= 86400))
-      failUsage(option + " takes seconds from 0.1 to 86400, not '" + text + "'");
-   return std::chrono::milliseconds(std::llround(seconds * 1000));
-}
-
-std::uint32_t readMode(std::string const& text) {
-   std::uint32_t mode = 0;
-   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), mode, 8);
-   if (error != std::errc() || end != text.data() + text.size() || mode > 0777)
-      failUsage("--mode takes permissions from 0 to 0777, not '" + text + "'");
-   return mode;
 }
 
 ShowSource readSource(Values const& values) {
@@ -109,7 +57,7 @@ ServeRequest readServe(Values const& values) {
    ServeRequest request;
    request.socketPath = readFileName("--socket", values.socket);
    request.stateFile = readFileName("--state", values.stateFile);
-   request.mode = readMode(values.mode);
+   request.mode = readMode("--mode", values.mode);
    request.clientTimeout = readSeconds("--client-timeout", values.clientTimeout);
    request.maxClients = readNumber("--max-clients", values.maxClients, 10000);
    if (request.maxClients == 0)

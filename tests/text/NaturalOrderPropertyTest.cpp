@@ -184,7 +184,7 @@ TEST(NaturalOrderProperty, bytesOfKeysOrderAllTextsUpToSixBytes) {
 
 TEST(NaturalOrderProperty, bytesOfKeysOrderLongRunsOfDigits) {
    std::vector<std::pair<SortKey, std::string>> keys;
-   for (std::size_t digits : {1, 7, 8, 9, 10, 255, 256, 65535, 65536}) {
+   for (std::size_t digits : {1u, 7u, 8u, 9u, 10u, 255u, 256u, 65535u, 65536u}) {
       for (char const first : {'0', '1', '9'}) {
          for (char const* const end : {"", ".", "a", " "}) {
             for (char const* const begin : {"t", "t."}) {
