@@ -133,24 +133,27 @@ void JsonReader::check(simdjson::error_code error) const {
    }
 }
 
-// The parser says so of every document that doesn't end in a brace, whatever it ends in.
+// The parser says so of every document that doesn't end in a brace, whatever it ends in. Where its quotes don't pair
+// up, which the parser sees by other rules, the end is all that can be told.
 void JsonReader::failIncomplete() const {
-   char const* const end = text_.data() + text_.size();
    std::size_t depth = 0;
-   for (char const* place = text_.data(); place != end; ++place) {
-      if (*place == '"')
-         place = closingQuote(place + 1);
-      depth += static_cast<std::size_t>(*place == '{' || *place == '[');
-      if ((*place == '}' || *place == ']') && --depth == 0) {
-         if (*place == ']')
-            failAt(place, "a closing brace", {});
-         failAt(text_.data() +
-                      std::min(text_.size(),
-                               text_.find_first_not_of(" \t\r\n", static_cast<std::size_t>(place + 1 - text_.data()))),
+   bool inString = false;
+   for (std::size_t at = 0; at < text_.size(); ++at) {
+      char const c = text_[at];
+      if (inString && c == '\\')
+         ++at;
+      else if (c == '"')
+         inString = !inString;
+      else if (!inString && (c == '{' || c == '['))
+         ++depth;
+      else if (!inString && (c == '}' || c == ']') && --depth == 0) {
+         if (c == ']')
+            failAt(text_.data() + at, "a closing brace", {});
+         failAt(text_.data() + std::min(text_.size(), text_.find_first_not_of(" \t\r\n", at + 1)),
                 "the end of the file", {});
       }
    }
-   failAt(end, "a closing brace before the end of the file", {});
+   failAt(text_.data() + text_.size(), "a closing brace before the end of the file", {});
 }
 
 void JsonReader::checkEnd() const {

@@ -1,5 +1,10 @@
 #!/usr/bin/env python3
-"""Checks that damaged synthetic states load, and hold everything that a state can hold: damage_test.py path/to/lershow"""
+"""Checks that damaged synthetic states load, and hold everything that a state can hold.
+
+damage_test.py path/to/lershow STATES
+
+What occurs in some state alone is looked for only among 80 states and more.
+"""
 
 import collections
 import json
@@ -9,7 +14,6 @@ import sys
 import unittest
 
 RATES = (0.02, 0.1, 0.3, 0.6)
-SEEDS = 80
 
 
 def synth(*options):
@@ -42,7 +46,7 @@ def objects(value, path=()):
 class DamageTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.texts = [damaged(seed, RATES[seed % len(RATES)]) for seed in range(SEEDS)]
+        cls.texts = [damaged(seed, RATES[seed % len(RATES)]) for seed in range(STATES)]
         cls.states = [json.loads(text) for text in cls.texts]
 
     def test_every_state_loads(self):
@@ -69,6 +73,8 @@ class DamageTest(unittest.TestCase):
 
     def test_every_member_that_the_loader_knows_occurs(self):
         """What the loader knows is what it says when it meets a member that it doesn't know."""
+        if STATES < 80:
+            self.skipTest("too few states")
         seen, sample = collections.defaultdict(set), {}
         for state in self.states:
             for path, found in objects(state):
@@ -95,6 +101,8 @@ class DamageTest(unittest.TestCase):
         self.assertGreater(asked, 50)
 
     def test_every_kind_of_row_and_every_table_goes_missing(self):
+        if STATES < 80:
+            self.skipTest("too few states")
         whole = json.loads(synth("--tunnels", "24", "--seed", "3"))
         missing = set()
         for state in self.states:
@@ -116,4 +124,5 @@ class DamageTest(unittest.TestCase):
 
 if __name__ == "__main__":
     LERSHOW = sys.argv.pop(1)
+    STATES = int(sys.argv.pop(1))
     unittest.main()
