@@ -3,24 +3,15 @@
 import os
 import pty
 import shutil
-import signal
 import subprocess
-import sys
 import tempfile
 import time
 import unittest
 
-LERSHOW = sys.argv.pop(1) if len(sys.argv) > 1 else "lershow"
+from program import LERSHOW, interrupted, lershow
 
 EIGHT = ("superTunnelConfigColl, superTunnelStatusColl, subTunnelStatusCollTable, tunnelSpecColl, "
          "bwSamplingStatusColl, tunnelIndexMap, autoBwConfig, autoBwStats")
-
-
-def lershow(*words, stdin=b"", **options):
-    """(exit status, standard output, standard error) of one run."""
-    done = subprocess.run([LERSHOW, *words], input=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          timeout=120, **options)
-    return done.returncode, done.stdout.decode(), done.stderr.decode()
 
 
 class StateFile:
@@ -239,20 +230,7 @@ class Output(unittest.TestCase):
     def test_interrupt(self):
         state = lershow("state", "synth", "--tunnels", "400")[1]
         with StateFile(state) as name:
-            reader, writer = os.pipe()  # holds less than the answer
-            running = subprocess.Popen([LERSHOW, "tunnel", "--detail", "--json", "--state", name], stdout=writer,
-                                       stderr=subprocess.PIPE)
-            os.close(writer)
-            start = os.read(reader, 1)  # it is writing
-            running.send_signal(signal.SIGINT)
-            time.sleep(2)  # it notices while the pipe has no room; to a quick reader it would deliver all that is left
-            answer = start
-            while part := os.read(reader, 65536):
-                answer += part
-            os.close(reader)
-            self.assertEqual(running.wait(timeout=60), 130)
-            self.assertEqual(running.stderr.read(), b"")
-            running.stderr.close()
+            answer = interrupted(self, "tunnel", "--detail", "--json", "--state", name)
             self.assertTrue(answer.startswith(b'{"tunnels":{'))
             self.assertTrue(answer.endswith(b"exiting interrupted\n"))
 

@@ -12,16 +12,11 @@ import threading
 import time
 import unittest
 
-LERSHOW = sys.argv.pop(1) if len(sys.argv) > 1 else "lershow"
+from program import LERSHOW, interrupted, lershow
+
 SANITIZED = "--sanitized" in sys.argv
 if SANITIZED:
     sys.argv.remove("--sanitized")
-
-
-def lershow(*words, stdin=b""):
-    """(exit status, standard output, standard error) of one run."""
-    done = subprocess.run([LERSHOW, *words], input=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120)
-    return done.returncode, done.stdout.decode(), done.stderr.decode()
 
 
 def wait_for(condition, what):
@@ -141,26 +136,10 @@ class Asking(unittest.TestCase):
 
 
 class Interrupting(unittest.TestCase):
-    def interrupted(self, words):
-        """What an interrupted command that has begun to write has written."""
-        reader, writer = os.pipe()  # holds less than the answer
-        running = subprocess.Popen([LERSHOW, *words], stdout=writer, stderr=subprocess.PIPE)
-        os.close(writer)
-        answer = os.read(reader, 1)
-        running.send_signal(signal.SIGINT)
-        time.sleep(1)
-        while part := os.read(reader, 65536):
-            answer += part
-        os.close(reader)
-        self.assertEqual(running.wait(timeout=60), 130)
-        self.assertEqual(running.stderr.read(), b"")
-        running.stderr.close()
-        return answer
-
     def test_client_and_server_go_their_ways(self):
         with Server(state=synth(400)) as server:
             whole = ask(server.path, "tunnel --detail --json")
-            part = self.interrupted(["tunnel", "--detail", "--json", "--connect", server.path]).decode()
+            part = interrupted(self, "tunnel", "--detail", "--json", "--connect", server.path).decode()
             self.assertTrue(whole.startswith(part) and len(part) < len(whole))
             self.assertEqual(ask(server.path, "tunnel --detail --json"), whole)
             self.assertEqual(server.stop(), (0, "exiting client gone\n", ""))

@@ -2,11 +2,12 @@
 
 import os
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
 from pathlib import Path
+
+import commands
 
 COMPILER = sys.argv.pop()
 BUILD = Path(sys.argv.pop())
@@ -21,12 +22,7 @@ LIBRARIES = ("RsvpLerCliCapi", "RsvpLerPlatform", "RsvpLerState")
 
 
 def run(*words, env=None):
-    """The standard output of a command that must succeed."""
-    done = subprocess.run([str(word) for word in words], env=BARE | (env or {}), stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE, text=True, timeout=300)
-    if done.returncode != 0:
-        raise AssertionError(f"{words}: exit status {done.returncode}\n{done.stdout}{done.stderr}")
-    return done.stdout
+    return commands.run(*words, env=BARE | (env or {}))
 
 
 def setUpModule():

@@ -2,22 +2,14 @@
 
 import os
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
 from pathlib import Path
 
+from commands import run
+
 BUILD = Path(sys.argv.pop())
-
-
-def run(*words, **options):
-    """The standard output of a command that must succeed."""
-    done = subprocess.run([str(word) for word in words], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                          timeout=300, **options)
-    if done.returncode != 0:
-        raise AssertionError(f"{words}: exit status {done.returncode}\n{done.stdout}{done.stderr}")
-    return done.stdout
 
 
 def setUpModule():
