@@ -17,7 +17,8 @@ namespace Vane {
 
 // A hash map with unique keys for one writer and any number of readers at once. Readers never wait. The value
 // is a handle or any other type that can be copied; what a reader gets is a copy. The order of a walk means
-// nothing.
+// nothing to whoever walks; it is that in which the keys came, since what was made one after the other mostly lies so
+// in memory too.
 //
 // The entries stand behind an array of cells that is searched linearly. An entry is never changed: replacing
 // a value publishes another entry in the cell, and so does erasing a key, with an entry that only keeps the
@@ -66,29 +67,31 @@ public:
    private:
       void advance() noexcept {
          iter_ = nullptr;
-         while (iter_ == nullptr && array_ != nullptr && cell_ <= array_->mask) {
+         while (iter_ == nullptr && array_ != nullptr && key_ < array_->used.load(std::memory_order_acquire)) {
             lookAhead();
-            Entry const* const entry = array_->cells()[cell_++].entry.load(std::memory_order_acquire);
-            if (entry != nullptr && entry->live)
+            Entry const* const entry = entryOf(key_++);
+            if (entry->live)
                iter_ = current(entry);
          }
       }
-      // Asks the memory for what the walk will read some cells on: first the entry, nearer what its value points to,
-      // and nearer still what stands in that when it is a collection.
+      // Asks the memory for what the walk will read some keys on: first the cell, then the entry and what its value
+      // points to, and nearer what stands in that when it is a collection.
       void lookAhead() const noexcept {
-         if (Entry const* const entry = entryAhead(24))
-            __builtin_prefetch(entry);
-         if constexpr (requires(Value const& value) { value.get(); }) {
-            if (Entry const* const entry = entryAhead(16))
-               __builtin_prefetch(entry->value.get());
-            Entry const* const entry = entryAhead(8);
+         if (isAhead(24))
+            __builtin_prefetch(&array_->cellOf(key_ + 24));
+         if (isAhead(16))
+            array_->cellOf(key_ + 16).prefetch();
+         if constexpr (holdsHandle) {
+            Entry const* const entry = isAhead(8) ? entryOf(key_ + 8) : nullptr;
             if (entry != nullptr && entry->value != nullptr)
                prefetchContents(*entry->value);
          }
       }
-      Entry const* entryAhead(std::uint32_t cells) const noexcept {
-         return array_->mask - cell_ < cells ? nullptr
-                                             : array_->cells()[cell_ + cells].entry.load(std::memory_order_acquire);
+      bool isAhead(std::uint32_t keys) const noexcept {
+         return array_->used.load(std::memory_order_acquire) - key_ > keys;
+      }
+      Entry const* entryOf(std::uint32_t key) const noexcept {
+         return array_->cellOf(key).entry.load(std::memory_order_acquire);
       }
       template<class Pointee>
       static void prefetchContents(Pointee const& pointee) noexcept {
@@ -106,7 +109,7 @@ public:
       Pin pin_;
       HashMap2018 const* map_;
       Array const* array_;
-      std::uint32_t cell_ = 0;
+      std::uint32_t key_ = 0; // the next one's place in the order of the array
       Entry const* iter_ = nullptr;
    };
 
@@ -150,13 +153,13 @@ public:
       std::uint32_t const hash = keptHash(key);
       Cell const* const cell = firstCell(hash);
       if (cell != nullptr && cell->hash.load(std::memory_order_relaxed) == hash)
-         __builtin_prefetch(cell->entry.load(std::memory_order_relaxed));
+         cell->prefetch();
    }
    // The same for the entries of a map of a few keys, whatever they are.
    void prefetchEntries() const noexcept {
       Array const* const array = array_.load(std::memory_order_acquire);
       for (std::uint32_t i = 0; array != nullptr && i <= std::min(array->mask, std::uint32_t{3}); ++i)
-         __builtin_prefetch(array->cells()[i].entry.load(std::memory_order_relaxed));
+         array->cells()[i].prefetch();
    }
    // Calls `body` with the key's value, in place and under a pin. Returns false when the key is absent.
    template<class Body>
@@ -197,10 +200,9 @@ public:
       auto entry = std::make_unique<Entry>(std::move(key), std::move(value), true);
       if (cell != nullptr)
          return replace(*cell, entry.release());
-      if (used_ == limit(capacity()))
+      if (usedCells() == limit(capacity()))
          rehash(size() + 1);
       place(*array_.load(std::memory_order_relaxed), hash, entry.release());
-      ++used_;
       grow(1);
       return true;
    }
@@ -216,7 +218,6 @@ public:
 
    void clear() noexcept {
       Array* const array = array_.exchange(nullptr, std::memory_order_acq_rel);
-      used_ = 0;
       size_.store(0, std::memory_order_relaxed);
       if (isOwn(array))
          retireObject(ownCell_.entry.load(std::memory_order_relaxed));
@@ -238,17 +239,53 @@ private:
       bool const live; // false: the key has been erased
    };
 
+   static constexpr bool holdsHandle = requires(Value const& value) { value.get(); };
+
    // The hash is set once, before the first entry; 0 in a cell that no key has.
    struct Cell {
       std::atomic<std::uint32_t> hash = 0;
+      // How far behind the entry the object lies that its value is a handle on, in units of 16 bytes. With it the
+      // memory can be asked for both at once. It may be wrong for a moment while another entry is published.
+      std::atomic<std::int32_t> objectOffset = 0;
       std::atomic<Entry const*> entry = nullptr;
+
+      void publish(Entry const* next) noexcept {
+         if constexpr (holdsHandle) {
+            std::intptr_t const offset = (addressOf(next->value.get()) - addressOf(next)) / 16;
+            bool const fits = std::in_range<std::int32_t>(offset) && next->value != nullptr;
+            objectOffset.store(fits ? static_cast<std::int32_t>(offset) : 0, std::memory_order_relaxed);
+         }
+         entry.store(next, std::memory_order_release);
+      }
+      // Asks the memory for the entry and the object.
+      void prefetch() const noexcept {
+         Entry const* const next = entry.load(std::memory_order_relaxed);
+         __builtin_prefetch(next);
+         if constexpr (holdsHandle)
+            prefetchObject(next);
+      }
+      void prefetchObject(Entry const* next) const noexcept {
+         std::intptr_t const object =
+               addressOf(next) + std::intptr_t{16} * objectOffset.load(std::memory_order_relaxed);
+         __builtin_prefetch(reinterpret_cast<void const*>(object));
+         __builtin_prefetch(reinterpret_cast<void const*>(object + 64));
+      }
+      static std::intptr_t addressOf(void const* at) noexcept { return reinterpret_cast<std::intptr_t>(at); }
    };
 
-   // The cells follow the object. Their number is a power of two, `mask` one less.
+   // The cells follow the object, and behind them the order: the numbers of the cells that belong to a key, live or
+   // erased, as the keys came. The number of cells is a power of two, `mask` one less.
    struct alignas(16) Array {
       std::uint32_t mask;
+      std::atomic<std::uint32_t> used = 0; // cells that belong to a key
       Cell* cells() noexcept { return reinterpret_cast<Cell*>(this + 1); }
       Cell const* cells() const noexcept { return reinterpret_cast<Cell const*>(this + 1); }
+      std::uint32_t* order() noexcept { return reinterpret_cast<std::uint32_t*>(cells() + capacity()); }
+      std::uint32_t const* order() const noexcept {
+         return reinterpret_cast<std::uint32_t const*>(cells() + capacity());
+      }
+      // That of one of the `used` keys.
+      Cell const& cellOf(std::uint32_t key) const noexcept { return cells()[order()[key]]; }
       std::size_t capacity() const noexcept { return std::size_t(mask) + 1; }
    };
 
@@ -295,6 +332,8 @@ private:
          Entry const* const entry = cell.entry.load(std::memory_order_acquire);
          if (entry == nullptr) // its insertion isn't complete
             return nullptr;
+         if constexpr (holdsHandle)
+            cell.prefetchObject(entry);
          if (keysEqual(entry->key, key))
             return &cell;
       }
@@ -305,12 +344,16 @@ private:
       Array const* const array = array_.load(std::memory_order_relaxed);
       return array == nullptr ? 0 : array->capacity();
    }
+   std::size_t usedCells() const noexcept {
+      Array const* const array = array_.load(std::memory_order_relaxed);
+      return array == nullptr ? 0 : array->used.load(std::memory_order_relaxed);
+   }
    void grow(std::size_t by) noexcept { size_.store(size() + by, std::memory_order_relaxed); }
 
    // Publishes another entry in the cell of its key. Returns whether this made the key present.
    bool replace(Cell& cell, Entry const* entry) noexcept {
       Entry const* const former = cell.entry.load(std::memory_order_relaxed);
-      cell.entry.store(entry, std::memory_order_release);
+      cell.publish(entry);
       bool const inserted = entry->live && !former->live;
       if (inserted)
          grow(1);
@@ -326,19 +369,19 @@ private:
       while (array.cells()[at].hash.load(std::memory_order_relaxed) != 0)
          at = (at + 1) & array.mask;
       array.cells()[at].hash.store(hash, std::memory_order_relaxed);
-      array.cells()[at].entry.store(entry, std::memory_order_release);
+      array.cells()[at].publish(entry);
+      std::uint32_t const used = array.used.load(std::memory_order_relaxed);
+      array.order()[used] = at;
+      array.used.store(used + 1, std::memory_order_release);
    }
 
    // Moves to an array for `count` live keys and some more, since erased keys fill cells too.
    void rehash(std::size_t count) {
       Array* const next = makeArray(count <= 4 ? count : count + count / 4);
       Array* const former = array_.load(std::memory_order_relaxed);
-      used_ = 0;
       forEachEntry(former, [&](Cell const& cell, Entry const* entry) {
-         if (!entry->live)
-            return;
-         place(*next, cell.hash.load(std::memory_order_relaxed), entry);
-         ++used_;
+         if (entry->live)
+            place(*next, cell.hash.load(std::memory_order_relaxed), entry);
       });
       array_.store(next, std::memory_order_release);
       forEachEntry(former, [](Cell const&, Entry const* entry) {
@@ -358,7 +401,7 @@ private:
       std::size_t size = 1;
       while (limit(size) < count)
          size *= 2;
-      void* const storage = ::operator new(sizeof(Array) + size * sizeof(Cell));
+      void* const storage = ::operator new(sizeof(Array) + size * sizeof(Cell) + limit(size) * sizeof(std::uint32_t));
       auto* const array = new (storage) Array{static_cast<std::uint32_t>(size - 1)};
       std::uninitialized_default_construct_n(array->cells(), size);
       return array;
@@ -366,10 +409,9 @@ private:
 
    template<class Body>
    static void forEachEntry(Array const* array, Body body) noexcept {
-      for (std::size_t i = 0; array != nullptr && i < array->capacity(); ++i) {
-         Cell const& cell = array->cells()[i];
-         if (Entry const* const entry = cell.entry.load(std::memory_order_relaxed))
-            body(cell, entry);
+      for (std::uint32_t key = 0; array != nullptr && key < array->used.load(std::memory_order_relaxed); ++key) {
+         Cell const& cell = array->cellOf(key);
+         body(cell, cell.entry.load(std::memory_order_relaxed));
       }
    }
 
@@ -381,11 +423,11 @@ private:
    static_assert(sizeof(Cell) == 16, "a cell doesn't straddle two cache lines");
 
    Array ownArray_{0};
-   Cell ownCell_; // that of ownArray_, which finds it behind itself
+   Cell ownCell_;               // that of ownArray_, which finds it behind itself
+   std::uint32_t ownOrder_ = 0; // and this behind that
+   bool ownArrayTaken_ = false;
    std::atomic<Array*> array_ = nullptr;
    std::atomic<std::size_t> size_ = 0;
-   std::uint32_t used_ = 0; // cells that belong to a key, live or erased
-   bool ownArrayTaken_ = false;
 };
 
 } // namespace Vane
