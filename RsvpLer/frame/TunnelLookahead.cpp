@@ -12,16 +12,7 @@ void fetch(void const* at) noexcept {
    __builtin_prefetch(at);
 }
 
-// A record is some two cache lines long.
-template<class Record>
-void fetchRecord(Brindle::Ptr<Record> const& record) noexcept {
-   fetch(record.get());
-   fetch(reinterpret_cast<char const*>(record.get()) + 64);
-}
-void fetchRecord(std::uint32_t) noexcept {
-}
-
-// In a table the cell comes first, then the entry in it, and then what the entry holds.
+// In a table the cell comes first, and then the entry in it together with what the entry holds.
 template<class Table, class Key>
 void stepInTable(Table const* table, Key const& key, int step) noexcept {
    if (table == nullptr)
@@ -30,16 +21,14 @@ void stepInTable(Table const* table, Key const& key, int step) noexcept {
       table->prefetchCell(key);
    else if (step == 1)
       table->prefetchEntry(key);
-   else if (auto const* const value = step == 2 ? table->peek(key) : nullptr)
-      fetchRecord(*value);
 }
 
-// In a table of tables, after the collection, its entries.
+// In a table of tables, after the collection, its entries together with their records.
 template<class Table, class Key>
 void stepInTables(Table const* table, Key const& parent, int step) noexcept {
-   if (step < 3)
+   if (step < 2)
       return stepInTable(table, parent, step);
-   auto const* const coll = table != nullptr && step == 3 ? table->peek(parent) : nullptr;
+   auto const* const coll = table != nullptr ? table->peek(parent) : nullptr;
    if (coll == nullptr || !*coll)
       return;
    if constexpr (requires { (*coll)->prefetchEntries(); })
@@ -55,17 +44,12 @@ auto const* peekRecord(Table const* table, ParentKey const& parent, Key const& k
    return record != nullptr ? record->get() : nullptr;
 }
 
-constexpr int stepsInTables = 5; // the last one asks for a record in the collection
+constexpr int stepsByTunnel = 3;
 
 // The tables that are searched by the key of the tunnel or of its one sub-tunnel.
 void stepByTunnel(ShowRsvpLerTunnel const& command, RsvpLerSubTunnelConfigId const& id, int step) noexcept {
    RsvpLerStatehubStatus const& status = *command.rsvpLerStatus;
    RsvpLerTunnelSpecId const& tunnel = id.tunnelSpecId;
-   if (step == stepsInTables - 1) {
-      fetch(peekRecord(status.subTunnelStatusCollTable.peek(), tunnel, id));
-      fetch(peekRecord(status.subTunnelConfigCollTable.peek(), tunnel, id));
-      return;
-   }
    stepInTable(command.rsvpLerFathomStatus->superTunnelConfigColl.peek(), tunnel, step);
    stepInTable(status.superTunnelStatusColl.peek(), tunnel, step);
    stepInTable(status.tunnelSpecColl.peek(), tunnel, step);
@@ -76,17 +60,16 @@ void stepByTunnel(ShowRsvpLerTunnel const& command, RsvpLerSubTunnelConfigId con
    stepInTables(status.mbbTunnelConfigCollTable.peek(), id, step);
 }
 
+constexpr int stepsByInstance = 4; // the last one asks for the records of the groups
+
 // Those that are searched by its active instance, or by a group of that.
 void stepByInstance(RsvpLerStatehubStatus const& status, RsvpLerMbbTunnelConfigId const& instance, int step) noexcept {
-   if (step == stepsInTables - 1) {
-      fetch(peekRecord(status.mbbTunnelStatusCollTable.peek(), instance.subTunnelConfigId, instance));
-      fetch(peekRecord(status.mbbTunnelConfigCollTable.peek(), instance.subTunnelConfigId, instance));
-   } else {
+   bool const last = step == stepsByInstance - 1;
+   if (!last)
       stepInTables(status.lspGroupStatusCollTable.peek(), instance, step);
-   }
    for (std::uint8_t groupId = 0; groupId < 2; ++groupId) {
       RsvpLerLspGroupId const group{instance, groupId};
-      if (step == stepsInTables - 1) {
+      if (last) {
          fetch(peekRecord(status.lspGroupStatusCollTable.peek(), instance, group));
          continue;
       }
@@ -103,29 +86,24 @@ void stepByGroup(RsvpLerStatehubStatus const& status, RsvpLerLspGroupId const& i
       return;
    RsvpLerLspRequestConfigId const& request = group->activeLspRequestConfigId;
    auto const* const config = peekRecord(status.lspRequestConfigCollTable.peek(), id, request);
-   if (step == 0) {
-      fetch(config);
-      fetch(peekRecord(status.lspRequestStatusCollTable.peek(), id, request));
-      return;
-   }
    if (config == nullptr || !config->tree)
       return;
    RsvpLerTree const& tree = *config->tree;
-   if (step == 1)
+   if (step == 0)
       return fetch(&tree);
    if (tree.paths.empty())
       return;
    RsvpPathWithVersion const& path = tree.paths.begin()->value;
-   if (step == 2)
+   if (step == 1)
       fetch(&path);
-   else if (step == 3)
+   else if (step == 2)
       path.hops.prefetch();
    else
       fetch(path.hops.begin());
 }
 
-constexpr int stepsByGroup = 5;
-constexpr int allSteps = 1 + 2 * stepsInTables + stepsByGroup;
+constexpr int stepsByGroup = 4;
+constexpr int allSteps = 1 + stepsByTunnel + stepsByInstance + stepsByGroup;
 
 void takeStep(ShowRsvpLerTunnel const& command, RsvpLerTunnelSpecId const& tunnel, int step) noexcept {
    if (step == 0)
@@ -133,16 +111,16 @@ void takeStep(ShowRsvpLerTunnel const& command, RsvpLerTunnelSpecId const& tunne
    RsvpLerStatehubStatus const& status = *command.rsvpLerStatus;
    auto const subTunnel = RsvpLerSubTunnelConfigId::makeNonSplitSubTunnelConfigId(tunnel);
    step -= 1;
-   if (step < stepsInTables)
+   if (step < stepsByTunnel)
       return stepByTunnel(command, subTunnel, step);
    auto const* const subTunnelStatus = peekRecord(status.subTunnelStatusCollTable.peek(), tunnel, subTunnel);
    if (subTunnelStatus == nullptr)
       return;
    RsvpLerMbbTunnelConfigId const& instance = subTunnelStatus->activeMbbTunnelConfigId;
-   step -= stepsInTables;
-   if (step < stepsInTables)
+   step -= stepsByTunnel;
+   if (step < stepsByInstance)
       return stepByInstance(status, instance, step);
-   step -= stepsInTables;
+   step -= stepsByInstance;
    stepByGroup(status, {instance, 0}, step);
    stepByGroup(status, {instance, 1}, step);
 }
