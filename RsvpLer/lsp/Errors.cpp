@@ -44,12 +44,20 @@ void ShowRsvpLerTunnel::renderError(scrivo::RendererV2* renderer, RsvpErrorWithN
    renderer->endJsonDict();
 }
 
+namespace {
+
+void startErrorList(scrivo::RendererV2* renderer, scrivo::JsonKey key, bool empty, bool text) {
+   if (text && !empty)
+      renderer->addFrill("      Errors:\n");
+   renderer->startJsonList(key);
+}
+
+} // namespace
+
 void renderErrorList(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer, scrivo::JsonKey key,
                      RsvpErrors const& errors, bool text) {
    RSVP_LER_TRACE();
-   if (text && !errors.empty())
-      renderer->addFrill("      Errors:\n");
-   renderer->startJsonList(key);
+   startErrorList(renderer, key, errors.empty(), text);
    Vane::orderedWalk(
          errors, [&](RsvpErrorWithNode const& error, Vane::NoValue) { command.renderError(renderer, error, text); });
    renderer->endJsonList();
@@ -57,8 +65,8 @@ void renderErrorList(ShowRsvpLerTunnel const& command, scrivo::RendererV2* rende
 
 namespace {
 
-// Shows what the group of that number has met in both instances. The set stands on the stack: it costs nothing as long
-// as there are no errors, which is the rule.
+// Shows what the group of that number has met in both instances. The set stands on the stack and has room for some
+// errors there: it allocates nothing as long as there are no more.
 void renderGroupErrors(ShowRsvpLerTunnel const& command, scrivo::RendererV2* renderer, scrivo::JsonKey key,
                        RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
                        RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId, std::uint8_t groupId, bool text) {
@@ -66,7 +74,10 @@ void renderGroupErrors(ShowRsvpLerTunnel const& command, scrivo::RendererV2* ren
    auto const aggregatedErrors = Brindle::Ptr<RsvpErrorWithNodeOrderedSet>::share(&set);
    command.aggregateLspGroupErrors({activeMbbTunnelConfigId, groupId}, aggregatedErrors);
    command.aggregateLspGroupErrors({pendingMbbTunnelConfigId, groupId}, aggregatedErrors);
-   renderErrorList(command, renderer, key, set.errors(), text);
+   startErrorList(renderer, key, set.errors().empty(), text);
+   for (RsvpErrorWithNode const& error : set.errors())
+      command.renderError(renderer, error, text);
+   renderer->endJsonList();
 }
 
 } // namespace

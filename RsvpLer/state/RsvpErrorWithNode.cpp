@@ -93,7 +93,7 @@ Brindle::String RsvpErrorWithNode::errorStr(bool, bool) const {
 
 void RsvpErrorWithNodeOrderedSet::errorIs(RsvpErrorWithNode const& error, bool present) {
    if (present)
-      errors_.set(error, {});
+      errors_.insert(error);
    else
       errors_.erase(error);
 }

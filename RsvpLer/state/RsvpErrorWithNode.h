@@ -6,7 +6,10 @@
 #include "vane/OrderedColl.h"
 
 #include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <memory_resource>
+#include <set>
 
 namespace Rsvp {
 
@@ -29,16 +32,20 @@ struct RsvpErrorWithNode {
 // Errors in ascending order, each once. Walked with Vane::orderedWalk, which survives changes on the way.
 using RsvpErrors = Vane::OrderedColl<RsvpErrorWithNode, Vane::NoValue>;
 
-// A set of errors on its own, such as the one in which a path block gathers those of all its LSPs.
+// A set of errors on its own, such as the one in which a path block gathers those of all its LSPs. The first dozen
+// stand in the object itself. For one thread.
 class RsvpErrorWithNodeOrderedSet : public Brindle::Node {
 public:
    // Adds the error when present is true, takes it away when it is false.
    void errorIs(RsvpErrorWithNode const& error, bool present);
-   RsvpErrors const& errors() const noexcept { return errors_; }
+   // In ascending order.
+   std::pmr::set<RsvpErrorWithNode> const& errors() const noexcept { return errors_; }
    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(errors_.size()); }
 
 private:
-   RsvpErrors errors_;
+   alignas(std::max_align_t) std::byte room_[1024];
+   std::pmr::monotonic_buffer_resource memory_{room_, sizeof room_};
+   std::pmr::set<RsvpErrorWithNode> errors_{&memory_};
 };
 
 } // namespace Rsvp

@@ -38,10 +38,10 @@ TEST(Records, errorsAscendByCodeValueNodeAndStandOnce) {
       set->errorIs(ordered[i], true);
    EXPECT_EQ(set->size(), 5u);
    std::size_t at = 0;
-   Vane::orderedWalk(set->errors(), [&](RsvpErrorWithNode const& error, Vane::NoValue) {
+   for (RsvpErrorWithNode const& error : set->errors()) {
       ASSERT_LT(at, std::size(ordered));
       EXPECT_TRUE(RsvpErrorWithNode::isEq(error, ordered[at++]));
-   });
+   }
    EXPECT_EQ(at, 5u);
    set->errorIs(ordered[2], false);
    EXPECT_EQ(set->size(), 4u);
