@@ -1,6 +1,11 @@
 #include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/status/LerStatus.h"
-#include "vane/OrderedColl.h"
+#include "vane/Epoch.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <utility>
 
 namespace Rsvp::Cli {
 
@@ -38,7 +43,7 @@ void countTunnelsUp(Handle<RsvpLerSuperTunnelStatusColl> const& statuses, LerCou
 void countSubTunnels(Handle<RsvpLerSubTunnelConfigCollTable> const& table, LerCounts& counts) {
    if (!table)
       return;
-   table->walk([&](RsvpLerTunnelSpecId const&, Handle<RsvpLerSubTunnelConfigColl> const& coll) {
+   table->walk([&](RsvpLerTunnelSpecId const&, auto const& coll) {
       coll->walk([&](RsvpLerSubTunnelConfigId const& id, Handle<RsvpLerSubTunnelConfig> const&) {
          if (id.isSplit())
             ++counts.subTunnelCount;
@@ -49,7 +54,7 @@ void countSubTunnels(Handle<RsvpLerSubTunnelConfigCollTable> const& table, LerCo
 void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, LerCounts& counts) {
    if (!table)
       return;
-   table->walk([&](RsvpLerTunnelSpecId const&, Handle<RsvpLerSubTunnelStatusColl> const& coll) {
+   table->walk([&](RsvpLerTunnelSpecId const&, auto const& coll) {
       coll->walk([&](RsvpLerSubTunnelConfigId const& id, Handle<RsvpLerSubTunnelStatus> const& status) {
          if (id.isSplit() && status->state == RsvpLerTunnelState::up)
             ++counts.subTunnelUpCount;
@@ -57,13 +62,52 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    });
 }
 
-// Whether the group is the one that carries the traffic of its instance.
-bool isInUse(Handle<RsvpLerMbbTunnelStatusCollTable> const& table, RsvpLerMbbTunnelConfigId const& mbbId,
-             RsvpLerLspGroupId const& groupKey) {
-   auto const coll = table->mbbTunnelStatusColl(mbbId.subTunnelConfigId);
-   auto const status = coll ? coll->mbbTunnelStatus(mbbId) : nullptr;
-   return status && status->activeLspGroupId == groupKey;
-}
+// Counts those of the groups it is given that carry the traffic of their instances. That stands in another table, where
+// their records lie far from each other: it asks the memory for many of them before it looks at the first.
+class SecondariesInUse {
+public:
+   SecondariesInUse(RsvpLerMbbTunnelStatusCollTable const& table, LerCounts& counts) : table_(table), counts_(counts) {}
+
+   // Both keys have to stay where they are until count() is called.
+   void add(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& groupKey) {
+      table_.prefetchCell(mbbId.subTunnelConfigId);
+      groups_[size_++] = {&mbbId, &groupKey};
+      if (size_ == groups_.size())
+         count();
+   }
+   void count() {
+      std::span const groups(groups_.data(), std::exchange(size_, 0));
+      for (Group const& group : groups)
+         table_.prefetchEntry(group.mbbId->subTunnelConfigId);
+      for (Group const& group : groups) {
+         if (auto const* const coll = table_.peek(group.mbbId->subTunnelConfigId); coll != nullptr && *coll)
+            (*coll)->prefetchEntries();
+      }
+      for (Group const& group : groups) {
+         if (isInUse(group))
+            ++(group.mbbId->subTunnelConfigId.isSplit() ? counts_.subTunnelSecondaryInUseCount
+                                                        : counts_.tunnelSecondaryInUseCount);
+      }
+   }
+
+private:
+   struct Group {
+      RsvpLerMbbTunnelConfigId const* mbbId;
+      RsvpLerLspGroupId const* key;
+   };
+
+   bool isInUse(Group const& group) const {
+      auto const* const coll = table_.peek(group.mbbId->subTunnelConfigId);
+      auto const* const status = coll != nullptr && *coll ? (*coll)->peek(*group.mbbId) : nullptr;
+      return status != nullptr && *status && (*status)->activeLspGroupId == *group.key;
+   }
+
+   Vane::Pin pin_;
+   RsvpLerMbbTunnelStatusCollTable const& table_;
+   LerCounts& counts_;
+   std::array<Group, 32> groups_;
+   std::size_t size_ = 0;
+};
 
 void countRequest(ShowRsvpLer const& command, RsvpLerLspRequestConfigId const& id, bool isP2mp, LerCounts& counts) {
    if (!id)
@@ -95,15 +139,16 @@ void countLsps(ShowRsvpLer const& command, LerCounts& counts) {
    auto const mbbTable = command.mbbTunnelStatusCollTable();
    if (!groupTable || !mbbTable)
       return;
-   groupTable->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, Handle<RsvpLerLspGroupStatusColl> const& groups) {
-      Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
+   SecondariesInUse inUse(*mbbTable, counts);
+   groupTable->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
+      groups->inspectAll([&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
          countGroup(command, *group, counts);
          // P2MP groups take part in this just as P2P groups do.
-         if (groupKey.groupId != 0 && isUp(group->lspGroupState) && isInUse(mbbTable, mbbId, groupKey))
-            ++(mbbId.subTunnelConfigId.isSplit() ? counts.subTunnelSecondaryInUseCount
-                                                 : counts.tunnelSecondaryInUseCount);
+         if (groupKey.groupId != 0 && isUp(group->lspGroupState))
+            inUse.add(mbbId, groupKey);
       });
    });
+   inUse.count();
 }
 
 } // namespace

@@ -91,6 +91,16 @@ public:
       return copyOf(elementAfter(key));
    }
 
+   // Calls body(key, value) in ascending order of the keys, with the elements in place and under one pin: for a body
+   // that looks at them and doesn't wait. Others use Vane::orderedWalk.
+   template<class Body>
+   void inspectAll(Body&& body) const {
+      Pin const pin;
+      Element const* element = firstElement();
+      for (; element != nullptr; element = element->links()[0].load(std::memory_order_acquire))
+         body(element->key, element->value);
+   }
+
    // The writer.
 
    // Inserts the key or replaces its value. Returns whether the key was absent. Keys that come in ascending
