@@ -2,10 +2,12 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <exception>
+#include <span>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 // Measures the figures that are named on the command line, all of them without a name, and prints the table.
@@ -20,7 +22,7 @@ void require(bool condition, std::string const& what) {
 namespace {
 
 struct Figure {
-   char const* name;
+   std::string_view name;
    Rows (*measure)();
 };
 
@@ -31,12 +33,17 @@ constexpr Figure figures[] = {
       {"long-listing", longListing},
 };
 
-bool isChosen(Figure const& figure, int count, char** names) {
-   for (int i = 1; i < count; ++i) {
-      if (std::strcmp(names[i], figure.name) == 0)
-         return true;
-   }
-   return count == 1;
+void checkNames(std::span<char* const> names) {
+   std::string known;
+   for (Figure const& figure : figures)
+      known.append(" ").append(figure.name);
+   for (std::string_view const name : names)
+      require(std::ranges::count(figures, name, &Figure::name) == 1,
+              "there is no figure " + std::string(name) + "; the figures are" + known);
+}
+
+bool isChosen(Figure const& figure, std::span<char* const> names) {
+   return names.empty() || std::ranges::count(names, figure.name) != 0;
 }
 
 void print(Row const& row) {
@@ -46,11 +53,12 @@ void print(Row const& row) {
    std::fflush(stdout);
 }
 
-void run(int count, char** names) {
+void run(std::span<char* const> names) {
+   checkNames(names);
    std::printf("| %-58s | %8s | %-15s | %-3s | Behind it |\n", "Figure", "Measured", "Wanted", "Met");
    std::printf("|---|---:|---|---|---|\n");
    for (Figure const& figure : figures) {
-      if (!isChosen(figure, count, names))
+      if (!isChosen(figure, names))
          continue;
       for (Row const& row : figure.measure())
          print(row);
@@ -68,7 +76,7 @@ int main(int argc, char** argv) {
    int optionCount = 2;
    benchmark::Initialize(&optionCount, options);
    try {
-      Bench::run(argc, argv);
+      Bench::run(std::span(argv + 1, argv + argc));
    } catch (std::exception const& failure) {
       std::fprintf(stderr, "ler_bench: %s\n", failure.what());
       return 1;
