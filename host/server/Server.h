@@ -38,6 +38,9 @@ public:
    // second cuts those off. Safe in a signal handler and from any thread.
    void stop() noexcept;
 
+   // What is served. An agent in this process may change it without a connection.
+   LiveState& state() noexcept { return state_; }
+
 private:
    using Clock = std::chrono::steady_clock;
 

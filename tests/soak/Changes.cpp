@@ -1,5 +1,8 @@
 #include "tests/soak/Changes.h"
 
+#include "host/server/FeedLine.h"
+#include "host/state/StateText.h"
+
 #include <simdjson.h>
 
 #include <cstdint>
@@ -53,8 +56,8 @@ private:
       return !stays_(simdjson::dom::object(row).begin().value()["name"].get_string());
    }
    void addRow(std::string_view table, element row, bool own) {
-      if (!isTouched(table, row, own) || (table.ends_with("History") && ++histories_ % 20 != 0))
-         return; // a log is as long as many other rows
+      if (!isTouched(table, row, own))
+         return;
       std::string const name(table);
       lines_.push_back("{\"set\":\"" + name + "\",\"row\":" + simdjson::to_string(row) + "}\n");
       auto const key = simdjson::dom::object(row).begin();
@@ -65,7 +68,6 @@ private:
    bool (*stays_)(std::string_view);
    std::set<std::uint64_t> logs_;
    std::set<std::uint64_t> subLogs_;
-   std::size_t histories_ = 0;
    std::vector<std::string> lines_;
 };
 
@@ -80,6 +82,11 @@ std::vector<std::string> makeChanges(std::string const& state, std::string const
    maker.addState(own, true);
    maker.addState(otherParser.parse(simdjson::padded_string(otherState)), false);
    return maker.take();
+}
+
+Host::Change readLine(std::string const& line) {
+   Host::StateText const memory(line);
+   return Host::readChange({memory.view(), memory.capacity()});
 }
 
 } // namespace Soak

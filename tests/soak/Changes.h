@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/server/LiveState.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,5 +12,8 @@ namespace Soak {
 // have the same tunnels, and their keys. `stays` tells the other tunnels by their names.
 std::vector<std::string> makeChanges(std::string const& state, std::string const& otherState,
                                      bool (*stays)(std::string_view name));
+
+// What a server reads such a line as.
+Host::Change readLine(std::string const& line);
 
 } // namespace Soak

@@ -18,10 +18,11 @@
 
 // A live router under load:  soak [SECONDS [CHANGES_PER_SECOND]]
 //
-// For that time, or until every view has been answered, eight clients ask in a loop for every view while an agent
-// changes half of 2,000 tunnels, and two more never read what they have asked for. Every answer has to be whole and to
-// show the other half unchanged; at the end, when all tunnels are again as they were, every view has to be what it was
-// at the beginning. The exit status is 0 when all that was so.
+// For that time, or until every view has been answered, eight clients ask in a loop for every view while an agent in
+// the server's process makes so many changes a second to half of 2,000 tunnels and another one feeds some over a
+// connection; two more clients never read what they have asked for. Every answer has to be whole and to show the other
+// half unchanged; at the end, when all tunnels are again as they were, every view has to be what it was at the
+// beginning. The exit status is 0 when all that was so, and when the agent kept up.
 
 namespace Soak {
 
@@ -35,6 +36,7 @@ using Host::Test::Peer;
 constexpr std::uint64_t tunnels = 2000;
 constexpr std::size_t clients = 8;
 constexpr std::size_t batchesASecond = 50;
+constexpr std::size_t linesInABatch = 4; // of the feed
 
 LiveServer* server = nullptr;
 
@@ -57,20 +59,22 @@ public:
    }
 
    bool run() {
-      std::vector<std::string> const changes = makeChanges(state_, Host::Test::synthText(tunnels, 1), &stays);
-      // The agent is connected before, so that it keeps its rate where there are few processors.
+      std::vector<std::string> const lines = makeChanges(state_, Host::Test::synthText(tunnels, 1), &stays);
+      std::vector<Host::Change> changes;
+      std::transform(lines.begin(), lines.end(), std::back_inserter(changes), &readLine);
+      // The feed is connected before, so that it keeps its rate where there are few processors.
       Peer agent(server->path());
       agent.send("feed\n{\"delete\":\"tunnelIndexMap\",\"key\":{}}\n");
       agent.receiveLines(1);
       server->favourThoseBefore();
       begin_ = Clock::now();
       std::vector<std::thread> threads;
+      threads.emplace_back([&] { feed(agent, lines); });
       for (std::size_t i = 0; i < clients; ++i)
          threads.emplace_back([this, i] { askInALoop(i * views_.size() / clients); });
       for (int i = 0; i < 2; ++i)
          threads.emplace_back([this] { readNothing(); });
-      change(agent, changes);
-      agent.endInput();
+      change(changes);
       for (std::thread& thread : threads)
          thread.join();
       compareWithBeginning();
@@ -113,22 +117,43 @@ private:
       }
    }
 
-   void change(Peer& agent, std::vector<std::string> const& changes) {
-      Tests::Random random(1);
-      std::size_t const batch = rate_ / batchesASecond;
+   // Calls it with a source of random numbers, batch after batch, each at its time or when the one before is done.
+   template<class Body>
+   void inBatches(unsigned seed, Body const& body) {
+      Tests::Random random(seed);
       for (int i = 1; goesOn(); ++i) {
-         std::string lines;
-         for (std::size_t j = 0; j < batch; ++j)
-            lines += changes[random.below(static_cast<std::uint32_t>(changes.size()))];
-         agent.send(lines);
-         std::string const answer = agent.receiveLines(batch);
-         if (answer.size() != 3 * batch)
-            fail("a change was refused: " + answer.substr(answer.find("error")));
-         changed_ += batch;
-         mostRetired_ = std::max(mostRetired_, Vane::retiredCount());
+         body(random);
          std::this_thread::sleep_until(begin_ + i * 1000ms / static_cast<int>(batchesASecond));
       }
+   }
+
+   template<class T>
+   static T const& anyOf(std::vector<T> const& all, Tests::Random& random) {
+      return all[random.below(static_cast<std::uint32_t>(all.size()))];
+   }
+
+   void change(std::vector<Host::Change> const& changes) {
+      inBatches(1, [&](Tests::Random& random) {
+         for (std::size_t i = 0; i < rate_ / batchesASecond; ++i)
+            server->server().state().apply(anyOf(changes, random));
+         changed_ += rate_ / batchesASecond;
+         mostRetired_ = std::max(mostRetired_, Vane::retiredCount());
+      });
       changing_ = Clock::now() - begin_;
+   }
+
+   void feed(Peer& agent, std::vector<std::string> const& lines) {
+      inBatches(2, [&](Tests::Random& random) {
+         std::string batch;
+         for (std::size_t i = 0; i < linesInABatch; ++i)
+            batch += anyOf(lines, random);
+         agent.send(batch);
+         std::string const answer = agent.receiveLines(linesInABatch);
+         if (answer.size() != std::string_view("ok\n").size() * linesInABatch)
+            fail("a change was refused: " + answer.substr(answer.find("error")));
+         fed_ += linesInABatch;
+      });
+      agent.endInput();
    }
 
    void compareWithBeginning() {
@@ -140,6 +165,8 @@ private:
          if (answers_[i] == 0)
             fail(views_[i].request + ": nobody came to ask for it; the time is too short");
       }
+      if (ratePerSecond() < 0.9 * static_cast<double>(rate_))
+         fail("the agent made only " + std::to_string(ratePerSecond()) + " changes a second");
       Vane::collectRetired();
       if (Vane::retiredCount() != 0)
          fail("something is held back for ever");
@@ -149,13 +176,18 @@ private:
       return text;
    }
 
+   double ratePerSecond() const {
+      return static_cast<double>(changed_) / std::chrono::duration<double>(changing_).count();
+   }
+
    void report(std::size_t differentChanges) const {
       double const seconds = std::chrono::duration<double>(changing_).count();
       int const answers = std::accumulate(answers_.begin(), answers_.end(), 0);
-      std::printf("soak: %.0f s, %d answers of %zu views, %.0f MB; %zu changes (%zu different ones), %.0f a second; at "
-                  "most %zu objects waited for their disposal\n",
-                  seconds, answers, views_.size(), double(bytes_) / 1e6, changed_, differentChanges,
-                  double(changed_) / seconds, mostRetired_);
+      std::printf(
+            "soak: %.0f s, %d answers of %zu views, %.0f MB; %zu changes (%zu different ones), %.0f a second, and "
+            "%zu fed; at most %zu objects waited for their disposal\n",
+            seconds, answers, views_.size(), double(bytes_) / 1e6, changed_, differentChanges, ratePerSecond(),
+            fed_.load(), mostRetired_);
    }
 
    std::chrono::seconds time_;
@@ -167,6 +199,7 @@ private:
    std::vector<std::atomic<int>> answers_; // to each view
    std::atomic<std::size_t> bytes_ = 0;
    std::size_t changed_ = 0;
+   std::atomic<std::size_t> fed_ = 0;
    std::size_t mostRetired_ = 0;
    Clock::duration changing_{};
    std::atomic<bool> failed_ = false;
