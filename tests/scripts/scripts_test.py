@@ -235,10 +235,10 @@ class FuzzTest(Sandbox):
         super().setUp()
         for target in ("Loader", "Order"):
             (self.root / "tests/fuzz/corpus" / target).mkdir(parents=True)
-        programs = self.root / "build/fuzz/tests/fuzz"
+        programs = self.root / "build/asan/tests/fuzz"
         programs.mkdir(parents=True)
-        (self.root / "build/fuzz/build.ninja").touch()
-        (self.root / "build/fuzz/current").touch()
+        (self.root / "build/asan/build.ninja").touch()
+        (self.root / "build/asan/current").touch()
         self.broken = self.top / "broken"
         self.broken.touch()
         for target in ("Loader", "Order"):
@@ -261,7 +261,7 @@ class FuzzTest(Sandbox):
         status, out, err, calls = self.run_script("fuzz", "60")
         self.assertEqual((status, len(calls)), (1, 2))
         self.assertIn("the log of Loader", out)
-        self.assertEqual(err, "fuzz: Loader broke; the inputs are in build/fuzz/findings\n")
+        self.assertEqual(err, "fuzz: Loader broke; the inputs are in build/asan/findings\n")
 
     def test_wrong_usage_says_what_to_do(self):
         self.assertEqual(self.run_script("fuzz"),
