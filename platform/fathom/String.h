@@ -37,6 +37,8 @@ public:
    std::uint32_t hash() const noexcept { return rep_ == nullptr ? 0 : rep_->hash; }
 
    friend bool operator==(String const& a, String const& b) noexcept {
+      if (a.rep_ == nullptr || b.rep_ == nullptr)
+         return a.rep_ == b.rep_; // without looking at the other's text
       return a.rep_ == b.rep_ || (a.hash() == b.hash() && a.view() == b.view());
    }
    // Byte order.

@@ -75,16 +75,19 @@ public:
          }
       }
       // Asks the memory for what the walk will read some keys on: first the cell, then the entry and what its value
-      // points to, and nearer what stands in that when it is a collection.
+      // points to, and nearer, when that is a collection, what stands first in it.
       void lookAhead() const noexcept {
          if (isAhead(24))
             __builtin_prefetch(&array_->cellOf(key_ + 24));
          if (isAhead(16))
             array_->cellOf(key_ + 16).prefetch();
          if constexpr (holdsHandle) {
-            Entry const* const entry = isAhead(8) ? entryOf(key_ + 8) : nullptr;
-            if (entry != nullptr && entry->value != nullptr)
-               prefetchContents(*entry->value);
+            if (Value const* const value = valueAhead(8))
+               prefetchContents(**value);
+            if constexpr (requires(Value const& value) { value->prefetchFirstObject(); }) {
+               if (Value const* const value = valueAhead(4))
+                  (*value)->prefetchFirstObject();
+            }
          }
       }
       bool isAhead(std::uint32_t keys) const noexcept {
@@ -92,6 +95,11 @@ public:
       }
       Entry const* entryOf(std::uint32_t key) const noexcept {
          return array_->cellOf(key).entry.load(std::memory_order_acquire);
+      }
+      // A handle that isn't empty, or nullptr.
+      Value const* valueAhead(std::uint32_t keys) const noexcept {
+         Entry const* const entry = isAhead(keys) ? entryOf(key_ + keys) : nullptr;
+         return entry != nullptr && entry->value != nullptr ? &entry->value : nullptr;
       }
       template<class Pointee>
       static void prefetchContents(Pointee const& pointee) noexcept {

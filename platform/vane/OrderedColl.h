@@ -69,6 +69,11 @@ public:
    }
    // Asks the memory for the element of the smallest key, ahead of a lookup or a walk. Under a pin of the caller's.
    void prefetchFirst() const noexcept { __builtin_prefetch(firstElement()); }
+   // And then, where values are handles, for the object of that element.
+   void prefetchFirstObject() const noexcept {
+      if (Element const* const element = firstElement())
+         __builtin_prefetch(element->value.get());
+   }
    // The key's value in place, nullptr when the key is absent; it is good as long as a pin that the caller has taken
    // before.
    Value const* peek(Key const& key) const noexcept {

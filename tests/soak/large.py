@@ -1,4 +1,4 @@
-#!/ usr / bin / env python3
+#!/usr/bin/env python3
 """What a large answer costs the server that gives it, and the clients beside it.
 
     large.py LERSHOW [--tunnels N] [--request LINE] [--times]
