@@ -144,7 +144,7 @@ void decode(JsonReader& in, JsonValue& value, LerTunnelHistoryData& target) {
       members = kind.members;
       tracker = MemberTracker(1 + members.size());
    };
-   in.forEachMemberKnowing("kind", value, lookAtKind, [&](std::string_view name, JsonValue& member) {
+   in.forEachMemberKnowing("kind", value, lookAtKind, [&](JsonName name, JsonValue& member) {
       std::size_t const index = tracker.enter(in, name, nameOf);
       if (index > 0)
          members[index - 1].decode(in, member, target);

@@ -66,7 +66,7 @@ RowOf<Table> readLogRow(JsonReader& in, JsonValue& value) {
       decode(in, member, row.tunnelIndex);
       hasKey = true;
    };
-   in.forEachMemberKnowing("tunnelIndex", value, lookAtIndex, [&](std::string_view name, JsonValue& member) {
+   in.forEachMemberKnowing("tunnelIndex", value, lookAtIndex, [&](JsonName name, JsonValue& member) {
       logMembers[tracker.enter(in, name, nameOf)].decode(in, member, row);
    });
    if (!hasKey)
