@@ -1,6 +1,7 @@
 #include "host/state/Decode.h"
 
 #include "host/state/Schema.h"
+#include "vane/ShortVector.h"
 
 #include <limits>
 #include <string>
@@ -16,7 +17,12 @@ void decodeWhole(JsonReader& in, JsonValue& value, Unsigned& target) {
    target = static_cast<Unsigned>(in.wholeNumber(value, std::numeric_limits<Unsigned>::max()));
 }
 
-// The members of all keys: each kind of key takes them up to its own last one.
+constexpr Member<Rsvp::NameAndSource> nameAndSourceMembers[] = {
+      field<&Rsvp::NameAndSource::name>("name"),
+      field<&Rsvp::NameAndSource::source>("source"),
+};
+
+// The members of all keys of tunnels and below: each kind of key takes them up to its own last one.
 struct KeyMembers {
    Fathom::String name;
    Rsvp::RsvpLerTunnelSource source = Rsvp::RsvpLerTunnelSource::unknown;
@@ -26,8 +32,12 @@ struct KeyMembers {
    std::uint32_t configId = 0;
 };
 
+void readTunnelName(JsonReader& in, JsonValue& value, KeyMembers& target) {
+   target.name = in.tunnelName(value);
+}
+
 constexpr Member<KeyMembers> keyMembers[] = {
-      field<&KeyMembers::name>("name"),
+      {"name", readTunnelName},
       field<&KeyMembers::source>("source"),
       field<&KeyMembers::subTunnelId>("subTunnelId"),
       field<&KeyMembers::epoch>("epoch"),
@@ -58,10 +68,13 @@ constexpr Member<Rsvp::RsvpErrorWithNode> errorMembers[] = {
 };
 
 std::vector<Lattice::IpGenAddr> decodeAddresses(JsonReader& in, JsonValue& value) {
-   std::vector<Lattice::IpGenAddr> addresses;
-   in.forEachElement(value, [&](JsonValue& element) { decode(in, element, addresses.emplace_back()); });
-   addresses.shrink_to_fit();
-   return addresses;
+   Vane::ShortVector<Lattice::IpGenAddr, 8> addresses;
+   in.forEachElement(value, [&](JsonValue& element) {
+      Lattice::IpGenAddr address;
+      decode(in, element, address);
+      addresses.push_back(address);
+   });
+   return {addresses.begin(), addresses.end()};
 }
 
 std::string expectedWords(EnumWords const& words) {
@@ -134,12 +147,10 @@ void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerTunnelSpecId& target)
    target = {std::move(key.name), key.source};
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerPathSpecId& target) {
-   KeyMembers key = readKey(in, value, 2);
-   target = {std::move(key.name), key.source};
+   decodeMembers<Rsvp::NameAndSource>(in, value, nameAndSourceMembers, target);
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerTunnelProfileId& target) {
-   KeyMembers key = readKey(in, value, 2);
-   target = {std::move(key.name), key.source};
+   decodeMembers<Rsvp::NameAndSource>(in, value, nameAndSourceMembers, target);
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerSubTunnelConfigId& target) {
    target = subTunnelConfigId(readKey(in, value, 3));

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Host {
@@ -82,24 +83,24 @@ public:
          body(item);
       }
    }
-   // forEachMember with a look ahead: calls look(value) first, for the first member of this name, wherever it stands;
-   // it isn't called when there is none. `body` then gets every member, that one too.
+   // forEachMember with a look ahead: calls look(value) before anything else, for the first member of this name,
+   // wherever it stands; it isn't called when there is none. `body` then gets every member, but it must not read the
+   // value of that one.
    template<class Look, class Body>
    void forEachMemberKnowing(std::string_view name, JsonValue& value, Look&& look, Body&& body) {
       simdjson::ondemand::object object;
       if (value.get_object().get(object) != simdjson::SUCCESS)
          fail(value, "an object");
-      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
-         simdjson::ondemand::field field = takeField(result);
-         JsonName const member(field.key().raw());
-         if (text(member) == name) {
-            Step const step(*this, member.first());
-            look(field.value());
-            break;
-         }
-      }
-      check(object.reset().error());
-      walkMembers(object, body);
+      // Where it stands first, as usual, no second walk is needed.
+      bool looksFirst = isFirstMember(value, name);
+      if (!looksFirst)
+         lookForMember(name, object, look);
+      auto const lookThenBody = [&](JsonName member, JsonValue& memberValue) {
+         if (std::exchange(looksFirst, false))
+            look(memberValue);
+         body(member, memberValue);
+      };
+      walkMembers(object, lookThenBody);
    }
 
    // True, and the value is read, when it is null.
@@ -118,7 +119,9 @@ public:
    std::string_view text(JsonValue& value);
    std::string_view text(JsonName name) { return textBehindQuote(name.first()); }
    // A string, as the one name of this text among all that are read.
-   Fathom::String name(JsonValue& value) { return names_.name(text(value)); }
+   Fathom::String const& name(JsonValue& value) { return names_.name(text(value)); }
+   // The same among the names of tunnels, which most tables have in one order.
+   Fathom::String const& tunnelName(JsonValue& value) { return tunnelNames_.name(text(value)); }
 
    // Throw a StateError that names the place, the path and what was expected there. The first is about a value, which
    // may have been read, and says what was found too unless `found` says it; the second about the name of the member
@@ -155,6 +158,26 @@ private:
       }
    }
 
+   // Leaves the object at its beginning.
+   template<class Look>
+   void lookForMember(std::string_view name, simdjson::ondemand::object& object, Look& look) {
+      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+         simdjson::ondemand::field field = takeField(result);
+         JsonName const member(field.key().raw());
+         if (text(member) == name) {
+            Step const step(*this, member.first());
+            look(field.value());
+            break;
+         }
+      }
+      check(object.reset().error());
+   }
+   static bool isFirstMember(JsonValue& object, std::string_view name) noexcept {
+      char const* at = start(object) + 1;
+      at += std::strspn(at, " \t\r\n");
+      return *at == '"' && JsonName(at + 1).isWrittenAs(name);
+   }
+
    simdjson::ondemand::field takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const {
       simdjson::ondemand::field field;
       if (std::move(result).get(field) != simdjson::SUCCESS)
@@ -177,6 +200,7 @@ private:
    simdjson::ondemand::parser parser_;
    mutable simdjson::ondemand::document document_;
    NameTable names_;
+   NameTable tunnelNames_;
    Step const* step_ = nullptr;          // the innermost
    std::vector<std::uint8_t> unescaped_; // the last string that had an escape
 };
