@@ -84,23 +84,27 @@ public:
       }
    }
    // forEachMember with a look ahead: calls look(value) before anything else, for the first member of this name,
-   // wherever it stands; it isn't called when there is none. `body` then gets every member, but it must not read the
-   // value of that one.
+   // wherever it stands; it isn't called when there is none. `body` then gets every other member.
    template<class Look, class Body>
    void forEachMemberKnowing(std::string_view name, JsonValue& value, Look&& look, Body&& body) {
       simdjson::ondemand::object object;
       if (value.get_object().get(object) != simdjson::SUCCESS)
          fail(value, "an object");
       // Where it stands first, as usual, no second walk is needed.
-      bool looksFirst = isFirstMember(value, name);
-      if (!looksFirst)
+      bool const standsFirst = isFirstMember(value, name);
+      if (!standsFirst)
          lookForMember(name, object, look);
-      auto const lookThenBody = [&](JsonName member, JsonValue& memberValue) {
-         if (std::exchange(looksFirst, false))
+      bool passed = false;
+      auto const passOrBody = [&](JsonName member, JsonValue& memberValue) {
+         if (passed || !(standsFirst || text(member) == name))
+            return body(member, memberValue);
+         passed = true;
+         if (standsFirst)
             look(memberValue);
-         body(member, memberValue);
+         else
+            skip(memberValue);
       };
-      walkMembers(object, lookThenBody);
+      walkMembers(object, passOrBody);
    }
 
    // True, and the value is read, when it is null.
@@ -171,6 +175,12 @@ private:
          }
       }
       check(object.reset().error());
+   }
+   // For a value that has been looked at. The parser would take a text that is left unread for a name if a colon stood
+   // behind it.
+   void skip(JsonValue& value) {
+      if (isText(value))
+         text(value);
    }
    static bool isFirstMember(JsonValue& object, std::string_view name) noexcept {
       char const* at = start(object) + 1;

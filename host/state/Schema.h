@@ -53,12 +53,15 @@ public:
          ++index;
       if (index == count_)
          index = find(in, name, nameOf);
-      std::uint64_t const bit = std::uint64_t{1} << index;
-      if ((seen_ & bit) != 0)
+      if (has(index))
          in.failName("each member once");
-      seen_ |= bit;
-      next_ = index + 1;
+      take(index);
       return index;
+   }
+   // Takes note of a member that has been met in another way.
+   void take(std::size_t index) noexcept {
+      seen_ |= std::uint64_t{1} << index;
+      next_ = index + 1;
    }
    bool has(std::size_t index) const noexcept { return (seen_ >> index & 1) != 0; }
 
