@@ -67,14 +67,16 @@ constexpr Member<Rsvp::RsvpErrorWithNode> errorMembers[] = {
       field<&Rsvp::RsvpErrorWithNode::node>("node"),
 };
 
-std::vector<Lattice::IpGenAddr> decodeAddresses(JsonReader& in, JsonValue& value) {
-   Vane::ShortVector<Lattice::IpGenAddr, 8> addresses;
+using Addresses = Vane::ShortVector<Lattice::IpGenAddr, 8>;
+
+Addresses decodeAddresses(JsonReader& in, JsonValue& value) {
+   Addresses addresses;
    in.forEachElement(value, [&](JsonValue& element) {
       Lattice::IpGenAddr address;
       decode(in, element, address);
       addresses.push_back(address);
    });
-   return {addresses.begin(), addresses.end()};
+   return addresses;
 }
 
 std::string expectedWords(EnumWords const& words) {
@@ -180,11 +182,13 @@ void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpErrors& target) {
 }
 
 void decode(JsonReader& in, JsonValue& value, Vane::FlatSet<Lattice::IpGenAddr>& target) {
-   target = Vane::FlatSet<Lattice::IpGenAddr>(decodeAddresses(in, value));
+   Addresses const addresses = decodeAddresses(in, value);
+   target = Vane::FlatSet<Lattice::IpGenAddr>(std::vector(addresses.begin(), addresses.end()));
 }
 
 void decode(JsonReader& in, JsonValue& value, Fathom::Vector<Lattice::IpGenAddr>& target) {
-   target = Fathom::Vector<Lattice::IpGenAddr>(decodeAddresses(in, value));
+   Addresses const addresses = decodeAddresses(in, value);
+   target = Fathom::Vector<Lattice::IpGenAddr>(addresses.begin(), addresses.size());
 }
 
 std::uint8_t decodeEnum(JsonReader& in, JsonValue& value, EnumWords const& words) {
