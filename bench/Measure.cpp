@@ -39,8 +39,14 @@ private:
 std::vector<double> measure(std::vector<Side> const& sides, int repetitions, Clock clock) {
    for (Side const& side : sides) {
       auto* const registered = benchmark::RegisterBenchmark(side.name.c_str(), [&side](benchmark::State& state) {
-         for ([[maybe_unused]] auto _ : state)
+         for ([[maybe_unused]] auto _ : state) {
             side.run();
+            if (!side.cleanUp)
+               continue;
+            state.PauseTiming();
+            side.cleanUp();
+            state.ResumeTiming();
+         }
       });
       registered->Repetitions(repetitions)->MinTime(0.02);
       if (clock == Clock::wall)

@@ -6,10 +6,11 @@
 
 namespace Bench {
 
-// One of the programs that are compared: its name, and what it does once.
+// One of the programs that are compared: its name, what it does once, and what is done after it without being timed.
 struct Side {
    std::string name;
    std::function<void()> run;
+   std::function<void()> cleanUp = {};
 };
 
 enum class Clock { cpu, wall };

@@ -35,9 +35,10 @@ FeedTable const& tableNamed(JsonReader& in, JsonValue& value) {
 std::string firstMemberOf(JsonReader& in, JsonValue& key) {
    std::string first;
    if (in.isObject(key))
-      in.forEachMember(key, [&first](std::string_view name, JsonValue&) {
+      in.forEachMember(key, [&in, &first](JsonName name, JsonValue&) {
+         std::string_view const member = in.text(name);
          if (first.empty())
-            first = name;
+            first = member;
       });
    return first;
 }
@@ -46,7 +47,7 @@ Outline readOutline(JsonReader& in) {
    Outline outline;
    MemberTracker tracker(std::size(memberNames));
    auto const nameOf = [](std::size_t index) { return memberNames[index]; };
-   in.forEachDocumentMember([&](std::string_view name, JsonValue& value) {
+   in.forEachDocumentMember([&](JsonName name, JsonValue& value) {
       std::size_t const index = tracker.enter(in, name, nameOf);
       outline.has[index] = true;
       if (index == setMember || index == deleteMember)
@@ -70,7 +71,7 @@ Change readErase(JsonReader& in, JsonValue& value, Outline const& outline) {
       return table.erase(in, value);
    Change change;
    MemberTracker tracker(1);
-   in.forEachMember(value, [&](std::string_view name, JsonValue& key) {
+   in.forEachMember(value, [&](JsonName name, JsonValue& key) {
       tracker.enter(in, name, [&table](std::size_t) { return table.keyName; });
       change = table.erase(in, key);
    });
@@ -88,12 +89,13 @@ Change readChange(Line const& line) {
    Outline const outline = readOutline(in);
    in.rewind();
    Change change;
-   in.forEachDocumentMember([&](std::string_view name, JsonValue& value) {
-      if (name == "row")
+   in.forEachDocumentMember([&](JsonName name, JsonValue& value) {
+      std::string_view const member = in.text(name);
+      if (member == "row")
          change = outline.table->set(in, value);
-      else if (name == "key")
+      else if (member == "key")
          change = readErase(in, value, outline);
-      else if (name == "load")
+      else if (member == "load")
          change = replaceBy(readState(in, value));
    });
    return change;

@@ -1,6 +1,7 @@
 #include "host/state/Decode.h"
 
 #include "host/state/Schema.h"
+#include "vane/ShortVector.h"
 
 #include <limits>
 #include <string>
@@ -16,7 +17,12 @@ void decodeWhole(JsonReader& in, JsonValue& value, Unsigned& target) {
    target = static_cast<Unsigned>(in.wholeNumber(value, std::numeric_limits<Unsigned>::max()));
 }
 
-// The members of all keys: each kind of key takes them up to its own last one.
+constexpr Member<Rsvp::NameAndSource> nameAndSourceMembers[] = {
+      field<&Rsvp::NameAndSource::name>("name"),
+      field<&Rsvp::NameAndSource::source>("source"),
+};
+
+// The members of all keys of tunnels and below: each kind of key takes them up to its own last one.
 struct KeyMembers {
    Fathom::String name;
    Rsvp::RsvpLerTunnelSource source = Rsvp::RsvpLerTunnelSource::unknown;
@@ -26,8 +32,12 @@ struct KeyMembers {
    std::uint32_t configId = 0;
 };
 
+void readTunnelName(JsonReader& in, JsonValue& value, KeyMembers& target) {
+   target.name = in.tunnelName(value);
+}
+
 constexpr Member<KeyMembers> keyMembers[] = {
-      field<&KeyMembers::name>("name"),
+      {"name", readTunnelName},
       field<&KeyMembers::source>("source"),
       field<&KeyMembers::subTunnelId>("subTunnelId"),
       field<&KeyMembers::epoch>("epoch"),
@@ -57,10 +67,15 @@ constexpr Member<Rsvp::RsvpErrorWithNode> errorMembers[] = {
       field<&Rsvp::RsvpErrorWithNode::node>("node"),
 };
 
-std::vector<Lattice::IpGenAddr> decodeAddresses(JsonReader& in, JsonValue& value) {
-   std::vector<Lattice::IpGenAddr> addresses;
-   in.forEachElement(value, [&](JsonValue& element) { decode(in, element, addresses.emplace_back()); });
-   addresses.shrink_to_fit();
+using Addresses = Vane::ShortVector<Lattice::IpGenAddr, 8>;
+
+Addresses decodeAddresses(JsonReader& in, JsonValue& value) {
+   Addresses addresses;
+   in.forEachElement(value, [&](JsonValue& element) {
+      Lattice::IpGenAddr address;
+      decode(in, element, address);
+      addresses.push_back(address);
+   });
    return addresses;
 }
 
@@ -134,12 +149,10 @@ void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerTunnelSpecId& target)
    target = {std::move(key.name), key.source};
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerPathSpecId& target) {
-   KeyMembers key = readKey(in, value, 2);
-   target = {std::move(key.name), key.source};
+   decodeMembers<Rsvp::NameAndSource>(in, value, nameAndSourceMembers, target);
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerTunnelProfileId& target) {
-   KeyMembers key = readKey(in, value, 2);
-   target = {std::move(key.name), key.source};
+   decodeMembers<Rsvp::NameAndSource>(in, value, nameAndSourceMembers, target);
 }
 void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpLerSubTunnelConfigId& target) {
    target = subTunnelConfigId(readKey(in, value, 3));
@@ -169,11 +182,13 @@ void decode(JsonReader& in, JsonValue& value, Rsvp::RsvpErrors& target) {
 }
 
 void decode(JsonReader& in, JsonValue& value, Vane::FlatSet<Lattice::IpGenAddr>& target) {
-   target = Vane::FlatSet<Lattice::IpGenAddr>(decodeAddresses(in, value));
+   Addresses const addresses = decodeAddresses(in, value);
+   target = Vane::FlatSet<Lattice::IpGenAddr>(std::vector(addresses.begin(), addresses.end()));
 }
 
 void decode(JsonReader& in, JsonValue& value, Fathom::Vector<Lattice::IpGenAddr>& target) {
-   target = Fathom::Vector<Lattice::IpGenAddr>(decodeAddresses(in, value));
+   Addresses const addresses = decodeAddresses(in, value);
+   target = Fathom::Vector<Lattice::IpGenAddr>(addresses.begin(), addresses.size());
 }
 
 std::uint8_t decodeEnum(JsonReader& in, JsonValue& value, EnumWords const& words) {

@@ -44,8 +44,8 @@ std::optional<FeatureId> featureId(std::string_view text) noexcept {
 }
 
 void readFeatures(JsonReader& in, JsonValue& value, FeatureConfigDir& target) {
-   in.forEachMember(value, [&](std::string_view name, JsonValue& member) {
-      auto const id = featureId(name);
+   in.forEachMember(value, [&](JsonName name, JsonValue& member) {
+      auto const id = featureId(in.text(name));
       if (!id)
          in.failName("a whole number from 0 to 4294967295");
       std::uint32_t state = 0;

@@ -143,11 +143,10 @@ void decode(JsonReader& in, JsonValue& value, LerTunnelHistoryData& target) {
       target = kind.make();
       members = kind.members;
       tracker = MemberTracker(1 + members.size());
+      tracker.take(0);
    };
-   in.forEachMemberKnowing("kind", value, lookAtKind, [&](std::string_view name, JsonValue& member) {
-      std::size_t const index = tracker.enter(in, name, nameOf);
-      if (index > 0)
-         members[index - 1].decode(in, member, target);
+   in.forEachMemberKnowing("kind", value, lookAtKind, [&](JsonName name, JsonValue& member) {
+      members[tracker.enter(in, name, nameOf) - 1].decode(in, member, target);
    });
 }
 

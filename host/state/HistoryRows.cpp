@@ -60,16 +60,15 @@ template<class Table>
 RowOf<Table> readLogRow(JsonReader& in, JsonValue& value) {
    LogRow row;
    MemberTracker tracker(std::size(logMembers));
-   bool hasKey = false;
    auto const nameOf = [](std::size_t index) { return logMembers[index].name; };
    auto const lookAtIndex = [&](JsonValue& member) {
-      decode(in, member, row.tunnelIndex);
-      hasKey = true;
+      logMembers[0].decode(in, member, row);
+      tracker.take(0);
    };
-   in.forEachMemberKnowing("tunnelIndex", value, lookAtIndex, [&](std::string_view name, JsonValue& member) {
+   in.forEachMemberKnowing("tunnelIndex", value, lookAtIndex, [&](JsonName name, JsonValue& member) {
       logMembers[tracker.enter(in, name, nameOf)].decode(in, member, row);
    });
-   if (!hasKey)
+   if (!tracker.has(0))
       in.failMissing(value, "tunnelIndex");
    if (row.log)
       row.log->lastEntryIndex = row.lastEntryIndex;

@@ -56,28 +56,19 @@ JsonReader::JsonReader(std::string_view fileName, simdjson::padded_string_view t
    failAt(text_.data() + (defect ? defect->position : 0), defect ? defect->expected : "a JSON document", {});
 }
 
-simdjson::ondemand::field JsonReader::takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const {
-   simdjson::ondemand::field field;
-   if (std::move(result).get(field) != simdjson::SUCCESS)
-      failHere("the next member or the end of the object");
-   return field;
-}
-
-std::string_view JsonReader::rawKey(simdjson::ondemand::field const& field) const noexcept {
-   char const* const first = field.key().raw();
-   return {first, static_cast<std::size_t>(closingQuote(first) - first)};
-}
-
-std::string_view JsonReader::unescape(std::string_view raw) {
-   if (raw.find('\\') == std::string_view::npos)
-      return raw;
+std::string_view JsonReader::textBehindQuote(char const* first) {
+   char const* last = first;
+   while (*last != '"' && *last != '\\')
+      ++last;
+   std::string_view result(first, static_cast<std::size_t>(last - first));
+   if (*last == '"')
+      return result;
    // The string may come out as long as it is written, and the parser writes whole blocks.
-   unescaped_.resize(raw.size() + simdjson::SIMDJSON_PADDING);
+   unescaped_.resize(static_cast<std::size_t>(closingQuote(last) - first) + simdjson::SIMDJSON_PADDING);
    std::uint8_t* end = unescaped_.data();
-   simdjson::ondemand::raw_json_string const string(reinterpret_cast<std::uint8_t const*>(raw.data()));
-   std::string_view result;
+   simdjson::ondemand::raw_json_string const string(reinterpret_cast<std::uint8_t const*>(first));
    if (parser_.unescape(string, end).get(result) != simdjson::SUCCESS || hasLoneSurrogate(result))
-      failAt(raw.data() - 1, "a string with valid escapes", {});
+      failAt(first - 1, "a string with valid escapes", {});
    return result;
 }
 
@@ -119,7 +110,7 @@ std::string_view JsonReader::text(JsonValue& value) {
    simdjson::ondemand::raw_json_string raw;
    if (value.get_raw_json_string().get(raw) != simdjson::SUCCESS)
       fail(value, "a string");
-   return unescape({raw.raw(), static_cast<std::size_t>(closingQuote(raw.raw()) - raw.raw())});
+   return textBehindQuote(raw.raw());
 }
 
 void JsonReader::check(simdjson::error_code error) const {
@@ -163,14 +154,21 @@ void JsonReader::checkEnd() const {
 }
 
 std::string JsonReader::path() const {
+   std::vector<Step const*> steps;
+   for (Step const* step = step_; step != nullptr; step = step->outer)
+      steps.push_back(step);
    std::string result;
-   for (PathStep const& step : path_) {
-      if (step.index != noIndex)
+   for (auto at = steps.rbegin(); at != steps.rend(); ++at) {
+      Step const& step = **at;
+      if (step.name == nullptr) {
          result.append("[").append(std::to_string(step.index)).append("]");
-      else if (isIdentifier(step.name))
-         result.append(result.empty() ? "" : ".").append(printable(step.name));
+         continue;
+      }
+      std::string_view const name(step.name, static_cast<std::size_t>(closingQuote(step.name) - step.name));
+      if (isIdentifier(name))
+         result.append(result.empty() ? "" : ".").append(printable(name));
       else
-         result.append("[\"").append(printable(step.name)).append("\"]");
+         result.append("[\"").append(printable(name)).append("\"]");
    }
    return result;
 }
@@ -180,7 +178,7 @@ void JsonReader::fail(JsonValue& value, std::string_view expected, std::string_v
 }
 
 void JsonReader::failName(std::string_view expected) const {
-   failAt(path_.back().name.data() - 1, expected, {});
+   failAt(step_->name - 1, expected, {});
 }
 
 void JsonReader::failMissing(JsonValue& object, std::string_view member) const {
@@ -199,7 +197,7 @@ void JsonReader::failAt(char const* place, std::string_view expected, std::strin
    std::string message;
    if (!fileName_.empty())
       message = fileName_ + ':' + lineAndColumn(text_, position) + ": ";
-   if (!path_.empty())
+   if (step_ != nullptr)
       message.append(path()).append(": ");
    message.append("expected ").append(expected).append(", found ");
    throw StateError(message.append(found.empty() ? describeToken(text_, position) : found));

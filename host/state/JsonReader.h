@@ -7,14 +7,32 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Host {
 
 // A value of the document that has not been read yet. Each is read once.
 using JsonValue = simdjson::ondemand::value;
+
+// The name of a member as it stands in the text of the document, behind its opening quote.
+class JsonName {
+public:
+   explicit JsonName(char const* first) noexcept : first_(first) {}
+
+   char const* first() const noexcept { return first_; }
+   // Whether it is written as this text, which is no longer than the padding. A name with escapes isn't, whatever it
+   // says.
+   bool isWrittenAs(std::string_view text) const noexcept {
+      return std::memcmp(first_, text.data(), text.size()) == 0 && first_[text.size()] == '"';
+   }
+
+private:
+   char const* first_;
+};
 
 // Reads one JSON document from its beginning to its end, value by value, without building it. It knows at every moment
 // which member it is in. Whatever is wrong ends in a StateError
@@ -32,8 +50,7 @@ public:
    JsonReader(JsonReader const&) = delete;
    JsonReader& operator=(JsonReader const&) = delete;
 
-   // Calls body(name, value) for each member of the document, which has to be one object and nothing behind it. The
-   // name is good until the next text is read.
+   // Calls body(name, value) for each member of the document, which has to be one object and nothing behind it.
    template<class Body>
    void forEachDocumentMember(Body&& body) {
       simdjson::ondemand::object object;
@@ -62,28 +79,32 @@ public:
          JsonValue item;
          if (std::move(element).get(item) != simdjson::SUCCESS)
             failHere("the next element or the end of the array");
-         Step const step(*this, {{}, index++});
+         Step const step(*this, nullptr, index++);
          body(item);
       }
    }
-   // forEachMember with a look ahead: calls look(value) first, for the first member of this name, wherever it stands;
-   // it isn't called when there is none. `body` then gets every member, that one too.
+   // forEachMember with a look ahead: calls look(value) before anything else, for the first member of this name,
+   // wherever it stands; it isn't called when there is none. `body` then gets every other member.
    template<class Look, class Body>
    void forEachMemberKnowing(std::string_view name, JsonValue& value, Look&& look, Body&& body) {
       simdjson::ondemand::object object;
       if (value.get_object().get(object) != simdjson::SUCCESS)
          fail(value, "an object");
-      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
-         simdjson::ondemand::field field = takeField(result);
-         std::string_view const raw = rawKey(field);
-         if (unescape(raw) == name) {
-            Step const step(*this, {raw, noIndex});
-            look(field.value());
-            break;
-         }
-      }
-      check(object.reset().error());
-      walkMembers(object, body);
+      // Where it stands first, as usual, no second walk is needed.
+      bool const standsFirst = isFirstMember(value, name);
+      if (!standsFirst)
+         lookForMember(name, object, look);
+      bool passed = false;
+      auto const passOrBody = [&](JsonName member, JsonValue& memberValue) {
+         if (passed || !(standsFirst || text(member) == name))
+            return body(member, memberValue);
+         passed = true;
+         if (standsFirst)
+            look(memberValue);
+         else
+            skip(memberValue);
+      };
+      walkMembers(object, passOrBody);
    }
 
    // True, and the value is read, when it is null.
@@ -100,8 +121,11 @@ public:
    bool isText(JsonValue& value) const noexcept { return *start(value) == '"'; }
    // A string, good until the next one is read.
    std::string_view text(JsonValue& value);
+   std::string_view text(JsonName name) { return textBehindQuote(name.first()); }
    // A string, as the one name of this text among all that are read.
-   Fathom::String name(JsonValue& value) { return names_.name(text(value)); }
+   Fathom::String const& name(JsonValue& value) { return names_.name(text(value)); }
+   // The same among the names of tunnels, which most tables have in one order.
+   Fathom::String const& tunnelName(JsonValue& value) { return tunnelNames_.name(text(value)); }
 
    // Throw a StateError that names the place, the path and what was expected there. The first is about a value, which
    // may have been read, and says what was found too unless `found` says it; the second about the name of the member
@@ -111,35 +135,67 @@ public:
    [[noreturn]] void failMissing(JsonValue& object, std::string_view member) const;
 
 private:
-   static constexpr std::size_t noIndex = static_cast<std::size_t>(-1);
-
-   // One step of the path: a member, by its name as it stands between the quotes, or an element, by its index.
-   struct PathStep {
-      std::string_view name;
-      std::size_t index;
-   };
+   // One step of the path, inside of the one that was under way before it: a member, by its name as it stands behind
+   // the quote, or without a name an element, by its index.
    struct Step {
-      Step(JsonReader& reader, PathStep step) : path(reader.path_) { path.push_back(step); }
+      Step(JsonReader& in, char const* nameOfMember, std::size_t indexOfElement = 0) noexcept
+            : reader(in), outer(in.step_), name(nameOfMember), index(indexOfElement) {
+         reader.step_ = this;
+      }
       Step(Step const&) = delete;
       Step& operator=(Step const&) = delete;
-      ~Step() { path.pop_back(); }
-      std::vector<PathStep>& path;
+      ~Step() { reader.step_ = outer; }
+
+      JsonReader& reader;
+      Step const* const outer;
+      char const* const name;
+      std::size_t const index;
    };
 
    template<class Body>
    void walkMembers(simdjson::ondemand::object& object, Body& body) {
       for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
          simdjson::ondemand::field field = takeField(result);
-         std::string_view const raw = rawKey(field);
-         Step const step(*this, {raw, noIndex});
-         body(unescape(raw), field.value());
+         JsonName const name(field.key().raw());
+         Step const step(*this, name.first());
+         body(name, field.value());
       }
    }
 
-   simdjson::ondemand::field takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const;
-   std::string_view rawKey(simdjson::ondemand::field const& field) const noexcept;
-   // The text that stands escaped between two quotes; good until the next call.
-   std::string_view unescape(std::string_view raw);
+   // Leaves the object at its beginning.
+   template<class Look>
+   void lookForMember(std::string_view name, simdjson::ondemand::object& object, Look& look) {
+      for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+         simdjson::ondemand::field field = takeField(result);
+         JsonName const member(field.key().raw());
+         if (text(member) == name) {
+            Step const step(*this, member.first());
+            look(field.value());
+            break;
+         }
+      }
+      check(object.reset().error());
+   }
+   // For a value that has been looked at. The parser would take a text that is left unread for a name if a colon stood
+   // behind it.
+   void skip(JsonValue& value) {
+      if (isText(value))
+         text(value);
+   }
+   static bool isFirstMember(JsonValue& object, std::string_view name) noexcept {
+      char const* at = start(object) + 1;
+      at += std::strspn(at, " \t\r\n");
+      return *at == '"' && JsonName(at + 1).isWrittenAs(name);
+   }
+
+   simdjson::ondemand::field takeField(simdjson::simdjson_result<simdjson::ondemand::field>& result) const {
+      simdjson::ondemand::field field;
+      if (std::move(result).get(field) != simdjson::SUCCESS)
+         failHere("the next member or the end of the object");
+      return field;
+   }
+   // The string whose text begins here; good until the next call.
+   std::string_view textBehindQuote(char const* first);
    static char const* start(JsonValue& value) noexcept;
 
    void check(simdjson::error_code error) const;
@@ -154,7 +210,8 @@ private:
    simdjson::ondemand::parser parser_;
    mutable simdjson::ondemand::document document_;
    NameTable names_;
-   std::vector<PathStep> path_;
+   NameTable tunnelNames_;
+   Step const* step_ = nullptr;          // the innermost
    std::vector<std::uint8_t> unescaped_; // the last string that had an escape
 };
 

@@ -91,7 +91,7 @@ RouterState readMembers(JsonReader& in, Walk const& walk) {
    RouterState state;
    MemberTracker tracker(std::size(documentMembers));
    auto const nameOf = [](std::size_t index) { return documentMembers[index].name; };
-   walk([&](std::string_view member, JsonValue& value) {
+   walk([&](JsonName member, JsonValue& value) {
       documentMembers[tracker.enter(in, member, nameOf)].decode(in, value, state);
    });
    addMissing(state);

@@ -28,8 +28,8 @@ public:
 
    // Gives the map, which takes no more room than it needs.
    Vane::FlatMap<Key, Value> take() {
-      return Vane::FlatMap<Key, Value>(
-            std::vector(std::make_move_iterator(items_.begin()), std::make_move_iterator(items_.end())));
+      items_.shrink_to_fit();
+      return Vane::FlatMap<Key, Value>(std::move(items_));
    }
 
 private:

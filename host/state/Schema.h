@@ -47,27 +47,34 @@ public:
    // The index of the member `name`, which the reader is in; nameOf(index) gives the names. The reader fails when there
    // is none of this name or it has come before. Members that come in their own order cost one comparison each.
    template<class NameOf>
-   std::size_t enter(JsonReader& in, std::string_view name, NameOf const& nameOf) {
+   std::size_t enter(JsonReader& in, JsonName name, NameOf const& nameOf) {
       std::size_t index = next_;
-      while (index < count_ && nameOf(index) != name)
+      while (index < count_ && !name.isWrittenAs(nameOf(index)))
          ++index;
-      if (index == count_) {
-         index = 0;
-         while (index < next_ && nameOf(index) != name)
-            ++index;
-         if (index == next_)
-            in.failName(expected(nameOf));
-      }
-      std::uint64_t const bit = std::uint64_t{1} << index;
-      if ((seen_ & bit) != 0)
+      if (index == count_)
+         index = find(in, name, nameOf);
+      if (has(index))
          in.failName("each member once");
-      seen_ |= bit;
-      next_ = index + 1;
+      take(index);
       return index;
+   }
+   // Takes note of a member that has been met in another way.
+   void take(std::size_t index) noexcept {
+      seen_ |= std::uint64_t{1} << index;
+      next_ = index + 1;
    }
    bool has(std::size_t index) const noexcept { return (seen_ >> index & 1) != 0; }
 
 private:
+   template<class NameOf>
+   std::size_t find(JsonReader& in, JsonName name, NameOf const& nameOf) const {
+      std::string_view const text = in.text(name);
+      for (std::size_t index = 0; index < count_; ++index) {
+         if (nameOf(index) == text)
+            return index;
+      }
+      in.failName(expected(nameOf));
+   }
    template<class NameOf>
    std::string expected(NameOf const& nameOf) const {
       std::string result = count_ == 0 ? "no member" : count_ == 1 ? "only the member" : "one of the members";
@@ -86,7 +93,7 @@ template<class Target>
 void decodeMembers(JsonReader& in, JsonValue& value, Members<Target> members, Target& target) {
    auto const nameOf = [members](std::size_t index) { return members[index].name; };
    MemberTracker tracker(members.size());
-   in.forEachMember(value, [&](std::string_view name, JsonValue& member) {
+   in.forEachMember(value, [&](JsonName name, JsonValue& member) {
       members[tracker.enter(in, name, nameOf)].decode(in, member, target);
    });
 }
@@ -105,7 +112,7 @@ void decodeRow(JsonReader& in, JsonValue& value, RowSchema<Record> const& schema
       return index == 0 ? schema.keyName : schema.members[index - 1].name;
    };
    MemberTracker tracker(schema.members.size() + 1);
-   in.forEachMember(value, [&](std::string_view name, JsonValue& member) {
+   in.forEachMember(value, [&](JsonName name, JsonValue& member) {
       std::size_t const index = tracker.enter(in, name, nameOf);
       if (index == 0)
          decode(in, member, key);

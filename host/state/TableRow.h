@@ -142,8 +142,8 @@ void decode(JsonReader& in, JsonValue& value, Vane::FlatMap<Key, Value>& target)
 template<class Value>
 void decode(JsonReader& in, JsonValue& value, Vane::FlatMap<Rsvp::RsvpDstId, Value>& target) {
    MapBuilder<Rsvp::RsvpDstId, Value> items;
-   in.forEachMember(value, [&](std::string_view name, JsonValue& member) {
-      auto const address = Lattice::IpGenAddr::parse(name);
+   in.forEachMember(value, [&](JsonName name, JsonValue& member) {
+      auto const address = Lattice::IpGenAddr::parse(in.text(name));
       if (!address)
          in.failName("an IPv4 or IPv6 address");
       Value item{};

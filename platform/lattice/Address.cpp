@@ -18,6 +18,25 @@ std::size_t copyBounded(std::string_view text, char* buffer, std::size_t size) n
    return text.size();
 }
 
+// Four octets without leading zeros, with points between them.
+std::optional<IpAddr> parseIpAddr(std::string_view text) noexcept {
+   std::array<std::uint8_t, 4> octets;
+   char const* at = text.data();
+   char const* const end = at + text.size();
+   for (std::size_t i = 0; i < octets.size(); ++i) {
+      if (i > 0 && (at == end || *at++ != '.'))
+         return std::nullopt;
+      char const* const first = at;
+      unsigned octet = 0;
+      while (at != end && *at >= '0' && *at <= '9' && octet <= 255)
+         octet = 10 * octet + static_cast<unsigned>(*at++ - '0');
+      if (at == first || octet > 255 || (*first == '0' && at - first > 1))
+         return std::nullopt;
+      octets[i] = static_cast<std::uint8_t>(octet);
+   }
+   return at == end ? std::optional(IpAddr(octets)) : std::nullopt;
+}
+
 } // namespace
 
 std::size_t printIpAddr(IpAddr const& address, char* buffer, std::size_t size) noexcept {
@@ -45,14 +64,13 @@ Brindle::String IpGenAddr::stringValue() const {
 std::optional<IpGenAddr> IpGenAddr::parse(std::string_view text) noexcept {
    if (text.empty())
       return IpGenAddr();
+   if (auto const v4 = parseIpAddr(text))
+      return IpGenAddr(*v4);
    char terminated[textSize];
    if (text.size() >= sizeof terminated || text.find('\0') != std::string_view::npos)
       return std::nullopt;
    std::memcpy(terminated, text.data(), text.size());
    terminated[text.size()] = '\0';
-   std::array<std::uint8_t, 4> octets;
-   if (inet_pton(AF_INET, terminated, octets.data()) == 1)
-      return IpGenAddr(IpAddr(octets));
    std::array<std::uint8_t, 16> bytes;
    if (inet_pton(AF_INET6, terminated, bytes.data()) == 1)
       return IpGenAddr(Ip6Addr(bytes));

@@ -24,6 +24,9 @@ public:
    SortedVector(std::initializer_list<Item> items) : SortedVector(std::vector<Item>(items)) {}
    // Sorts the items; of those with one key it keeps the first.
    explicit SortedVector(std::vector<Item> items) : items_(std::move(items)) {
+      auto const isBehind = [](Item const& a, Item const& b) { return !(Order::key(a) < Order::key(b)); };
+      if (std::adjacent_find(items_.begin(), items_.end(), isBehind) == items_.end())
+         return;
       std::stable_sort(items_.begin(), items_.end(),
                        [](Item const& a, Item const& b) { return Order::key(a) < Order::key(b); });
       auto const sameKey = [](Item const& a, Item const& b) { return Order::key(a) == Order::key(b); };

@@ -74,6 +74,14 @@ TEST(LoadErrors, whatIsNoJsonDocument) {
           "f:1:60: rsvpLerStatus.tunnelIndexMap[1]: expected an object, found ]"},
          {R"({"rsvpLerStatus": {"tunnelIndexMap": [{"tunnelSpecId": {}} {}]}})",
           "f:1:60: rsvpLerStatus.tunnelIndexMap: expected the next element or the end of the array, found an object"},
+         {R"({"rsvpLerFathomStatus": {"rsvpLerTunnelHistory": [{"tunnelIndex": 1, )"
+          R"("entries": [{"entryIndex": 0, "event": {"kind": "tunnelState": 2}, "state": "up"}}]}]}})",
+          "f:1:131: rsvpLerFathomStatus.rsvpLerTunnelHistory[0].entries[0].event: "
+          "expected the next member or the end of the object, found :"},
+         {R"({"rsvpLerFathomStatus": {"rsvpLerTunnelHistory": [{"tunnelIndex": 1, )"
+          R"("entries": [{"entryIndex": 0, "event": {"state": "up", "kind": "tunnelState": 2}, "groupId": 0}}]}]}})",
+          "f:1:146: rsvpLerFathomStatus.rsvpLerTunnelHistory[0].entries[0].event: "
+          "expected the next member or the end of the object, found :"},
          {std::string("{\0}", 3), "f:1:2: expected the next member or the end of the object, found \\x00"},
          {"{} // state}", "f:1:4: expected the end of the file, found //"},
    });

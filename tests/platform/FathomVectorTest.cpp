@@ -26,6 +26,14 @@ TEST(FathomVector, KeepsTheElementsInOrder) {
    EXPECT_EQ(vector[1], "a");
 }
 
+TEST(FathomVector, CopiesPlainElements) {
+   int numbers[] = {3, 1, 2};
+   Fathom::Vector<int> const vector(numbers, 3);
+   numbers[0] = 0;
+   EXPECT_EQ(vector, (Fathom::Vector<int>{3, 1, 2}));
+   EXPECT_TRUE(Fathom::Vector<int>(numbers, 0).empty());
+}
+
 TEST(FathomVector, ACopySharesTheElements) {
    Strings const vector{"a", "b"};
    Strings copy;
