@@ -104,7 +104,10 @@ protected:
       calls = 0;
       faultAt = at;
       fault = what;
-      peer.send(GetParam().lines);
+      std::string_view lines = GetParam().lines;
+      if (what == Fault::pollInterrupted)
+         lines.remove_prefix(sendHaltingly(peer, lines));
+      peer.send(lines);
       peer.endInput();
       std::string const got = peer.receiveAll();
       fault = Fault::none;
@@ -114,6 +117,13 @@ protected:
          EXPECT_EQ(got, expected_) << at;
       EXPECT_EQ(answer(), expected_) << at;
       return calls > at;
+   }
+   // Sends so little that the server has to poll for more, and waits until it does. Returns the size of what was sent.
+   static std::size_t sendHaltingly(Peer& peer, std::string_view lines) {
+      peer.send(lines.substr(0, 1));
+      for (int i = 0; i < 20'000 && calls == 0; ++i)
+         std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      return 1;
    }
    void strikeEach(Fault what, int atLeast) {
       int ordinal = 0;
