@@ -1,6 +1,7 @@
 #include "RsvpLer/output/DescriptorWriter.h"
 
 #include "RsvpLer/output/SigIntException.h"
+#include "brindle/Assert.h"
 #include "vane/Epoch.h"
 #include "vane/Interrupt.h"
 
@@ -126,7 +127,7 @@ ssize_t DescriptorWriter::writeSome(char const* data, std::size_t size) const {
       // A pipe that reports room takes this much without waiting.
       return calls_.write(descriptor_, data, std::min<std::size_t>(size, PIPE_BUF));
    }
-   return -1;
+   BRINDLE_UNREACHABLE();
 }
 
 // Waits until the descriptor takes bytes. Returns whether it reported a hang-up too: the next write then has

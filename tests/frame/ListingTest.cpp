@@ -160,6 +160,7 @@ TEST(Listing, aMissingTableSilencesEveryTunnelAndKeepsTheFrame) {
       char const* name;
       Take take;
    } const rows[] = {
+         {"rsvpLerStatus", [](Router& r) { r.status = nullptr; }},
          {"superTunnelStatusColl", [](Router& r) { r.status->superTunnelStatusColl.set({}); }},
          {"subTunnelStatusCollTable", [](Router& r) { r.status->subTunnelStatusCollTable.set({}); }},
          {"tunnelSpecColl", [](Router& r) { r.status->tunnelSpecColl.set({}); }},

@@ -217,6 +217,20 @@ TEST_F(Probe, aFullTableOfDescriptionsOrALongNameHarmsNothing) {
    EXPECT_EQ(other.read().skippedRecords(), 1u);
 }
 
+TEST_F(Probe, aHelperWritesAtItsLevelAlone) {
+   Vane::TraceHelper const helper{facility, 8, "/src/here", 12, "f"};
+   facility.levelIs(7);
+   helper.write("not asked for");
+   EXPECT_THAT(lines, IsEmpty());
+   facility.levelIs(8);
+   helper.write("asked for");
+   EXPECT_THAT(lineTexts(), ElementsAre("asked for"));
+   Vane::traceSinkIs(nullptr);
+   testing::internal::CaptureStderr();
+   helper.write("to the terminal");
+   EXPECT_EQ(testing::internal::GetCapturedStderr(), "to the terminal\n");
+}
+
 TEST(TraceHandle, levels) {
    Vane::TraceHandle& handle = Vane::TraceHandle::named("TraceHandleTest");
    EXPECT_EQ(&handle, &Vane::TraceHandle::named("TraceHandleTest"));

@@ -118,6 +118,23 @@ TEST(ReflectedVariant, hashAndEquality) {
    EXPECT_FALSE(variantType.isEq(ShowTunnelVariant::showTunnelP2mp, std::uint8_t{7}));
 }
 
+TEST(ReflectedVariant, asAWhole) {
+   GenericValue const first = ShowTunnelVariant::showTunnelP2p;
+   GenericValue const other = ShowTunnelVariant::showTunnelP2mp;
+   GenericValue result;
+   ASSERT_EQ(inspectWhole(variantType, result, other, 11), InspectStatus::success);
+   EXPECT_TRUE(result.get<bool>());
+   ASSERT_EQ(inspectWhole(variantType, result, first, 11), InspectStatus::success);
+   EXPECT_FALSE(result.get<bool>());
+   ASSERT_EQ(inspectWhole(variantType, result, other, 12, {other}), InspectStatus::success);
+   EXPECT_TRUE(result.get<bool>());
+   ASSERT_EQ(inspectWhole(variantType, result, other, 12, {first}), InspectStatus::success);
+   EXPECT_FALSE(result.get<bool>());
+   EXPECT_EQ(inspectWhole(variantType, result, other, 12, {std::uint8_t{7}}), InspectStatus::refused);
+   EXPECT_EQ(inspectWhole(variantType, result, std::uint8_t{7}, 11), InspectStatus::refused);
+   EXPECT_EQ(inspectWhole(variantType, result, other, 0), InspectStatus::refused);
+}
+
 TEST(ReflectedFilter, construction) {
    GenericValue const original = ShowRsvpLerTunnelFilter{"t"};
    GenericValue const other = String("t");

@@ -1,7 +1,10 @@
 #include "RsvpLer/output/StackBackedBuffer.h"
+#include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -53,6 +56,21 @@ TEST(StackBackedBuffer, AskingForNothingKeepsTheStorageUsable) {
    buffer.allocateSpace(0);
    buffer.add("text");
    EXPECT_EQ(buffer.view(), "text");
+}
+
+TEST(StackBackedBuffer, WithoutMemoryTheTextStays) {
+   if (Tests::isSanitized)
+      GTEST_SKIP() << "a sanitizer ends the process at such a request";
+   Sentence buffer;
+   std::size_t const tooMuch = std::numeric_limits<std::ptrdiff_t>::max();
+   for (std::string const& text : {std::string("in place"), std::string(200, 'x')}) {
+      buffer.add(text);
+      std::string const before(buffer.view());
+      EXPECT_THROW(buffer.allocateSpace(tooMuch), std::bad_alloc);
+      EXPECT_EQ(buffer.view(), before);
+      buffer.add("more");
+      EXPECT_EQ(buffer.view(), before + "more");
+   }
 }
 
 TEST(StackBackedBuffer, AddKeepsTheTextTerminated) {

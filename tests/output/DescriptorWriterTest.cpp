@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -201,6 +202,22 @@ TEST_F(Descriptors, WhatDoesNotBlockTakesAllInOneCall) {
       EXPECT_EQ(with.polls, 0);
       EXPECT_EQ(with.taken, data);
    }
+}
+
+// With all its descriptors in use a process can't open the terminal again: it is then asked for room like a pipe.
+TEST_F(Descriptors, ATerminalThatCannotBeOpenedAgainIsAskedForRoom) {
+   std::string const data = pattern(10 * PIPE_BUF + 1);
+   rlimit before;
+   ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+   rlimit const none{.rlim_cur = 0, .rlim_max = before.rlim_max};
+   Peer with;
+   ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+   std::string const result = outcome(terminal_[1], with, data);
+   ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+   EXPECT_EQ(result, "");
+   EXPECT_EQ(with.largestWrite, std::size_t{PIPE_BUF});
+   EXPECT_EQ(with.polls, 11);
+   EXPECT_EQ(with.taken, data);
 }
 
 TEST_F(Descriptors, NothingToWriteMakesNoCall) {

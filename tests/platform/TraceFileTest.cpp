@@ -207,9 +207,22 @@ TEST(TraceFile, whatCanNotBeMadeOrRead) {
              "cannot write the trace file " + self + ": it is not a regular file");
    EXPECT_EQ(errorOf([&] { TraceFile file("/dev/null"); }),
              "cannot write the trace file /dev/null: it is not a regular file");
+   std::string const below = "/dev/null/trace";
+   EXPECT_EQ(errorOf([&] { TraceFile file(below); }), "cannot write the trace file " + below + ": Not a directory");
    EXPECT_EQ(errorOf([&] { TraceReader trace(missing); }),
              "cannot read the trace file " + missing + ": No such file or directory");
    EXPECT_EQ(errorOf([&] { TraceReader trace(self); }), "cannot read the trace file " + self + ": Is a directory");
+   EXPECT_TRUE(std::filesystem::is_empty(directory.file("")));
+}
+
+// The new file is made beside its name first.
+TEST(TraceFile, whatCanNotTakeItsNameIsTakenAway) {
+   TraceDirectory const directory;
+   std::filesystem::path const before = std::filesystem::current_path();
+   std::filesystem::current_path(directory.file(""));
+   std::string const error = errorOf([] { TraceFile file(""); });
+   std::filesystem::current_path(before);
+   EXPECT_EQ(error, "cannot write the trace file : No such file or directory");
    EXPECT_TRUE(std::filesystem::is_empty(directory.file("")));
 }
 

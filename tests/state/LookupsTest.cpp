@@ -178,6 +178,19 @@ TEST(Lookups, requestedPathSpecifications) {
    EXPECT_EQ(command->getRequestedPathSpecId(tunnelId("t"), true), RsvpLerPathSpecId());
 }
 
+TEST(Lookups, subTunnelConfig) {
+   Chains chains;
+   auto const id = subTunnelId("t");
+   EXPECT_TRUE(findSubTunnelConfig(chains.router.status, id));
+   EXPECT_FALSE(findSubTunnelConfig({}, id));
+   chains.router.status->subTunnelConfigCollTable.get()->find(tunnelId("t"))->clear();
+   EXPECT_FALSE(findSubTunnelConfig(chains.router.status, id));
+   chains.router.status->subTunnelConfigCollTable.get()->clear();
+   EXPECT_FALSE(findSubTunnelConfig(chains.router.status, id));
+   chains.router.status->subTunnelConfigCollTable.set({});
+   EXPECT_FALSE(findSubTunnelConfig(chains.router.status, id));
+}
+
 TEST(Lookups, automaticBandwidth) {
    Router router;
    router.autoBwConfig(tunnelId("t"), [](auto& config) { config.enabled = true; });

@@ -156,6 +156,24 @@ TEST(P2mpTunnelSummary, sizingRaisesEachWidth) {
    EXPECT_FALSE(command->bw1000);
 }
 
+// Widths that were written from outside are where the sizing begins.
+TEST(P2mpTunnelSummary, sizingMeasuresTheTexts) {
+   Router router;
+   addTree(router, "t10", 3, 1);
+   router.tunnelIndex(tunnelId("t10"), 4321);
+   auto const command = router.tunnelCommand();
+   for (auto* width : {&command->p2mpTunnelNameWidth, &command->p2mpIdWidth, &command->p2mpIndexWidth,
+                       &command->p2mpBwWidth, &command->p2mpStateWidth, &command->p2mpLeavesWidth})
+      *width = 0;
+   command->setP2mpTunnelSummaryHeaderColSizes(tunnelId("t10"));
+   EXPECT_EQ(command->p2mpTunnelNameWidth, 3);
+   EXPECT_EQ(command->p2mpIdWidth, 2); // 42
+   EXPECT_EQ(command->p2mpIndexWidth, 4);
+   EXPECT_EQ(command->p2mpBwWidth, 5); // 0 bps
+   EXPECT_EQ(command->p2mpStateWidth, 2);
+   EXPECT_EQ(command->p2mpLeavesWidth, 6); // 1/3 up
+}
+
 TEST(P2mpTunnelSummary, leafColumnByTheDigitsOfTheTotal) {
    struct {
       unsigned leaves;

@@ -165,6 +165,29 @@ TEST(P2pTunnelSummary, sizingRaisesEachWidth) {
    EXPECT_EQ(command->p2mpStateWidth, 5);
 }
 
+// Widths that were written from outside are where the sizing begins.
+TEST(P2pTunnelSummary, sizingMeasuresTheTexts) {
+   Router router;
+   addTunnel(router, "t10");
+   router.superTunnelStatus(tunnelId("t10"), [](auto& status) {
+      status.state = RsvpLerTunnelState::up;
+      status.currentBandwidth = 10;
+      status.color = 4321;
+   });
+   router.tunnelIndex(tunnelId("t10"), 42);
+   auto const command = router.tunnelCommand();
+   for (auto* width : {&command->tunnelNameWidth, &command->dstWidth, &command->colorWidth, &command->indexWidth,
+                       &command->bwWidth, &command->stateWidth})
+      *width = 0;
+   command->setP2pTunnelSummaryHeaderColSizes(tunnelId("t10"));
+   EXPECT_EQ(command->tunnelNameWidth, 3);
+   EXPECT_EQ(command->dstWidth, 8); // 10.0.0.9
+   EXPECT_EQ(command->colorWidth, 4);
+   EXPECT_EQ(command->indexWidth, 2);
+   EXPECT_EQ(command->bwWidth, 6); // 80 bps
+   EXPECT_EQ(command->stateWidth, 2);
+}
+
 TEST(P2pTunnelSummary, widthsNeverShrink) {
    Router router;
    addTunnel(router, "long-tunnel-name", 1000);

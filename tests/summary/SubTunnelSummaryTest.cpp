@@ -149,6 +149,30 @@ TEST(SubTunnelSummary, sizingRaisesEachWidth) {
    EXPECT_EQ(command->stateWidth, 13);
 }
 
+// Widths that were written from outside are where the sizing begins.
+TEST(SubTunnelSummary, sizingMeasuresTheTexts) {
+   Router router;
+   auto const id = subTunnelId("t", 4321);
+   router.subTunnelStatus(id, [](auto& status) {
+      status.state = RsvpLerTunnelState::up;
+      status.sessionCliId = 123;
+      status.currentBandwidth = 10;
+   });
+   router.subTunnelIndex(id, 42);
+   addSample(router, id, 1);
+   auto const command = router.tunnelCommand();
+   for (auto* width : {&command->subTunnelIdWidth, &command->sessionIdWidth, &command->indexWidth, &command->bwWidth,
+                       &command->sampledBwWidth, &command->stateWidth})
+      *width = 0;
+   size(*command, id);
+   EXPECT_EQ(command->subTunnelIdWidth, 4);
+   EXPECT_EQ(command->sessionIdWidth, 3);
+   EXPECT_EQ(command->indexWidth, 2);
+   EXPECT_EQ(command->bwWidth, 6);        // 80 bps
+   EXPECT_EQ(command->sampledBwWidth, 5); // 8 bps
+   EXPECT_EQ(command->stateWidth, 2);
+}
+
 TEST(SubTunnelSummary, aSessionThatIsNoneCountsItsSevenDigits) {
    Router router;
    auto const id = subTunnelId("t", 1);
