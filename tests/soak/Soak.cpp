@@ -53,10 +53,7 @@ class Run {
 public:
    Run(std::chrono::seconds time, std::size_t rate)
          : time_(time), rate_(rate), state_(Host::Test::synthText(tunnels)), views_(makeViews(&ask, &stays)),
-           answers_(views_.size()) {
-      for (View const& view : views_)
-         atRest_.push_back(ask(view.request));
-   }
+           atRest_(askAll()), answers_(views_.size()) {}
 
    bool run() {
       std::vector<std::string> const lines = makeChanges(state_, Host::Test::synthText(tunnels, 1), &stays);
@@ -83,6 +80,20 @@ public:
    }
 
 private:
+   // The answers to all views.
+   std::vector<std::string> askAll() const {
+      std::vector<std::string> answers(views_.size());
+      std::vector<std::thread> threads;
+      for (std::size_t i = 0; i < clients; ++i)
+         threads.emplace_back([&, i] {
+            for (std::size_t at = i; at < views_.size(); at += clients)
+               answers[at] = ask(views_[at].request);
+         });
+      for (std::thread& thread : threads)
+         thread.join();
+      return answers;
+   }
+
    // Every view is to be answered, however slow the machine is.
    bool goesOn() const {
       Clock::time_point const now = Clock::now();
@@ -159,8 +170,9 @@ private:
    void compareWithBeginning() {
       if (Host::Test::feed(server->path(), "{\"load\":" + inOneLine(state_) + "}\n") != "ok\n")
          fail("the state at the beginning was refused");
+      std::vector<std::string> const atEnd = askAll();
       for (std::size_t i = 0; i < views_.size(); ++i) {
-         if (ask(views_[i].request) != atRest_[i])
+         if (atEnd[i] != atRest_[i])
             fail(views_[i].request + ": it isn't what it was at the beginning");
          if (answers_[i] == 0)
             fail(views_[i].request + ": nobody came to ask for it; the time is too short");
