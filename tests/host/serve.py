@@ -6,17 +6,12 @@ import pty
 import signal
 import socket
 import subprocess
-import sys
 import tempfile
 import threading
 import time
 import unittest
 
-from program import LERSHOW, interrupted, lershow
-
-SANITIZED = "--sanitized" in sys.argv
-if SANITIZED:
-    sys.argv.remove("--sanitized")
+from program import LERSHOW, SANITIZED, interrupted, lershow
 
 
 def wait_for(condition, what):
