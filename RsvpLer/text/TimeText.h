@@ -32,8 +32,9 @@ RSVP_LER_EXPORT std::int64_t timeDelta(Brindle::Duration moment) noexcept;
 template<std::unsigned_integral Seconds>
 constexpr Seconds wholeSeconds(Brindle::Duration duration) noexcept {
    constexpr Seconds largest = std::numeric_limits<Seconds>::max();
-   // A power of 2, so exact for every width.
-   constexpr double firstAbove = static_cast<double>(largest / 2 + 1) * 2.0;
+   // A power of 2, so exact as a double for every width.
+   constexpr Seconds halfOfFirstAbove = largest / 2 + 1;
+   constexpr double firstAbove = 2.0 * static_cast<double>(halfOfFirstAbove);
    double const seconds = duration.seconds();
    if (!(seconds > 0))
       return 0;
