@@ -1,5 +1,4 @@
 #include "RsvpLer/output/StackBackedBuffer.h"
-#include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +6,11 @@
 #include <new>
 #include <string>
 #include <vector>
+
+// A request that no memory can meet fails under a sanitizer as it does elsewhere, and doesn't end the process.
+extern "C" char const* __asan_default_options() {
+   return "allocator_may_return_null=1";
+}
 
 namespace {
 
@@ -59,8 +63,6 @@ TEST(StackBackedBuffer, AskingForNothingKeepsTheStorageUsable) {
 }
 
 TEST(StackBackedBuffer, WithoutMemoryTheTextStays) {
-   if (Tests::isSanitized)
-      GTEST_SKIP() << "a sanitizer ends the process at such a request";
    Sentence buffer;
    std::size_t const tooMuch = std::numeric_limits<std::ptrdiff_t>::max();
    for (std::string const& text : {std::string("in place"), std::string(200, 'x')}) {
