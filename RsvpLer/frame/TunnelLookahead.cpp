@@ -12,7 +12,7 @@ void fetch(void const* at) noexcept {
    __builtin_prefetch(at);
 }
 
-// In a table the cell comes first, and then the entry in it together with what the entry holds.
+// In a table the cell comes first, and then the slot it leads to together with the record.
 template<class Table, class Key>
 void stepInTable(Table const* table, Key const& key, int step) noexcept {
    if (table == nullptr)
@@ -20,28 +20,27 @@ void stepInTable(Table const* table, Key const& key, int step) noexcept {
    if (step == 0)
       table->prefetchCell(key);
    else if (step == 1)
-      table->prefetchEntry(key);
+      table->prefetchSlot(key);
 }
 
-// In a table of tables, after the collection, its entries together with their records.
+// In a table of tables, after the collection, what stands first in it.
 template<class Table, class Key>
 void stepInTables(Table const* table, Key const& parent, int step) noexcept {
    if (step < 2)
       return stepInTable(table, parent, step);
    auto const* const coll = table != nullptr ? table->peek(parent) : nullptr;
-   if (coll == nullptr || !*coll)
+   if (coll == nullptr)
       return;
-   if constexpr (requires { (*coll)->prefetchEntries(); })
-      (*coll)->prefetchEntries();
+   if constexpr (requires { coll->prefetchOnlyObject(); })
+      coll->prefetchOnlyObject();
    else
-      (*coll)->prefetchFirst();
+      coll->prefetchFirst();
 }
 
 template<class Table, class ParentKey, class Key>
 auto const* peekRecord(Table const* table, ParentKey const& parent, Key const& key) noexcept {
    auto const* const coll = table != nullptr ? table->peek(parent) : nullptr;
-   auto const* const record = coll != nullptr && *coll ? (*coll)->peek(key) : nullptr;
-   return record != nullptr ? record->get() : nullptr;
+   return coll != nullptr ? coll->peek(key) : nullptr;
 }
 
 constexpr int stepsByTunnel = 3;

@@ -30,8 +30,8 @@ getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
       return {};
    Vane::Pin const pin;
    auto const* const statuses = lspRequestStatusCollTable->peek(lspRequestConfigId.lspGroupId);
-   auto const* const status = statuses != nullptr && *statuses ? (*statuses)->peek(lspRequestConfigId) : nullptr;
-   return status != nullptr && *status ? (*status)->lspId : Vane::Optional<std::uint16_t>();
+   auto const* const status = statuses != nullptr ? statuses->peek(lspRequestConfigId) : nullptr;
+   return status != nullptr ? status->lspId : Vane::Optional<std::uint16_t>();
 }
 
 void appendLspIdsForTunnel(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,

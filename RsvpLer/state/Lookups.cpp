@@ -1,25 +1,25 @@
 #include "RsvpLer/state/Lookups.h"
 
+#include <type_traits>
+
 namespace Rsvp {
 
 namespace {
 
 // The two steps of every table of tables: the parent's collection, then the whole key in it. What is on the way is only
-// looked at, under the caller's pin.
+// looked at, under the caller's pin. nullptr when something is missing.
 template<class Table, class ParentKey, class Key>
-auto peekInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key) noexcept
-      -> decltype(slot.peek()->find(parent)->peek(key)) {
+auto* peekInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key) noexcept {
    Table const* const table = slot.peek();
    auto const* const coll = table != nullptr ? table->peek(parent) : nullptr;
-   return coll != nullptr && *coll ? (*coll)->peek(key) : nullptr;
+   return coll != nullptr ? coll->peek(key) : nullptr;
 }
 
 template<class Table, class ParentKey, class Key>
-auto findInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key)
-      -> decltype(slot.peek()->find(parent)->find(key)) {
+auto findInCollection(Vane::Slot<Table> const& slot, ParentKey const& parent, Key const& key) {
    Vane::Pin const pin;
-   auto const* const record = peekInCollection(slot, parent, key);
-   return record != nullptr ? *record : nullptr;
+   auto* record = peekInCollection(slot, parent, key);
+   return Brindle::Ptr<std::remove_pointer_t<decltype(record)>>::share(record);
 }
 
 } // namespace
@@ -44,8 +44,7 @@ Handle<RsvpLerLspGroupStatus> findLspGroupStatus(Handle<RsvpLerStatehubStatus> c
       return {};
    Vane::Pin const pin;
    RsvpLerMbbTunnelConfigId const& instance = id.mbbTunnelConfigId;
-   auto const* const status = peekInCollection(root->mbbTunnelStatusCollTable, instance.subTunnelConfigId, instance);
-   if (status == nullptr || !*status)
+   if (peekInCollection(root->mbbTunnelStatusCollTable, instance.subTunnelConfigId, instance) == nullptr)
       return {};
    return findInCollection(root->lspGroupStatusCollTable, instance, id);
 }

@@ -22,8 +22,8 @@
 namespace Rsvp {
 
 struct RsvpLerMbbTunnelStatus : Brindle::Node {
-   RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
    RsvpLerLspGroupId activeLspGroupId; // carries the traffic of this instance; the default means none
+   RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
 };
 
 struct RsvpLerMbbTunnelConfig : Brindle::Node {
@@ -37,13 +37,14 @@ struct RsvpNextHopInfo {
 };
 
 struct RsvpLerLspGroupStatus : Brindle::Node {
-   RsvpLerLspGroupId lspGroupId;
+   // What is counted of every group stands first.
    bool isP2mp = false;
    RsvpLerLspGroupState lspGroupState = RsvpLerLspGroupState::unknown;
-   Vane::FlatMap<Lattice::IpGenAddr, RsvpNextHopInfo> nextHop;
+   RsvpLerLspRequestConfigId pendingLspRequestConfigId; // is replacing the active one; the default means none
    RsvpLerLspRequestConfigId activeLspRequestConfigId;  // carries the traffic; the default means none
-   RsvpLerLspRequestConfigId pendingLspRequestConfigId; // is replacing it; the default means none
-   Vane::Optional<std::uint32_t> pathMtu;               // of the signalled path
+   RsvpLerLspGroupId lspGroupId;
+   Vane::FlatMap<Lattice::IpGenAddr, RsvpNextHopInfo> nextHop;
+   Vane::Optional<std::uint32_t> pathMtu; // of the signalled path
 };
 
 struct RsvpPathWithVersion {

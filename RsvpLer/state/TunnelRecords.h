@@ -11,7 +11,8 @@
 #include <cstdint>
 
 // A tunnel: what is configured, what was asked for before it was resolved, and what it does now. Records are never
-// changed once a table holds them; a change is a new record. Bandwidths are in bytes per second.
+// changed once a table holds them; a change is a new record. Bandwidths are in bytes per second. What is counted of
+// every tunnel stands first, in one cache line.
 
 namespace Rsvp {
 
@@ -31,16 +32,16 @@ struct RsvpSessionId {
 struct RsvpLerSuperTunnelConfig : Brindle::Node {
    RsvpLerTunnelSpecId tunnelSpecId;
    RsvpSessionType sessionType = RsvpSessionType::p2p;
+   bool splitBwEnabled = false;           // the tunnel may split its bandwidth over sub-tunnels
+   RsvpLerPathSpecId secondaryPathSpecId; // the default means none
    Lattice::IpGenAddr source;
    Vane::FlatSet<Lattice::IpGenAddr> destination; // a P2P tunnel uses the lowest
    Vane::FlatSet<Lattice::IpGenAddr> aliasTeps;   // additional tunnel endpoints
    std::uint32_t metric = 0;
-   bool metricFromIgp = false;            // the metric is the status's igpMetric
-   RsvpLerPathSpecId primaryPathSpecId;   // also the tree specification of a P2MP tunnel
-   RsvpLerPathSpecId secondaryPathSpecId; // the default means none
+   bool metricFromIgp = false;          // the metric is the status's igpMetric
+   RsvpLerPathSpecId primaryPathSpecId; // also the tree specification of a P2MP tunnel
    std::uint64_t configuredBandwidth = 0;
-   bool splitBwEnabled = false; // the tunnel may split its bandwidth over sub-tunnels
-   std::uint64_t quantum = 0;   // of a split; 0 means that the two limits hold instead
+   std::uint64_t quantum = 0; // of a split; 0 means that the two limits hold instead
    std::uint64_t minBandwidth = 0;
    std::uint64_t maxBandwidth = 0;
    Brindle::Duration reductionDelay; // before sub-tunnels are reduced
@@ -61,8 +62,8 @@ struct RsvpLerSuperTunnelConfig : Brindle::Node {
 struct RsvpLerSuperTunnelStatus : Brindle::Node {
    RsvpLerTunnelSpecId tunnelSpecId;
    bool isP2mp = false;
-   RsvpSessionId sessionId;
    RsvpLerTunnelState state = RsvpLerTunnelState::unknown;
+   RsvpSessionId sessionId;
    Cask::TristateU32 color;
    std::uint64_t currentBandwidth = 0;
    bool split = false; // runs on several sub-tunnels now

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -62,94 +63,137 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    });
 }
 
-// Counts those of the groups it is given that carry the traffic of their instances. That stands in another table, where
-// their records lie far from each other: it asks the memory for many of them before it looks at the first.
-class SecondariesInUse {
-public:
-   SecondariesInUse(RsvpLerMbbTunnelStatusCollTable const& table, LerCounts& counts) : table_(table), counts_(counts) {}
+// Whether a group carries the traffic of its instance.
+struct SecondaryInUse {
+   RsvpLerMbbTunnelConfigId const& mbbId;
+   RsvpLerLspGroupId const& groupKey;
 
-   // Both keys have to stay where they are until count() is called.
-   void add(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& groupKey) {
-      table_.prefetchCell(mbbId.subTunnelConfigId);
-      groups_[size_++] = {&mbbId, &groupKey};
-      if (size_ == groups_.size())
-         count();
+   auto const& parent() const noexcept { return mbbId.subTunnelConfigId; }
+   auto const& key() const noexcept { return mbbId; }
+   static void prefetchMore(RsvpLerMbbTunnelStatus const&) noexcept {}
+   void count(RsvpLerMbbTunnelStatus const& status, LerCounts& counts) const {
+      if (status.activeLspGroupId == groupKey)
+         ++(parent().isSplit() ? counts.subTunnelSecondaryInUseCount : counts.tunnelSecondaryInUseCount);
    }
-   void count() {
-      std::span const groups(groups_.data(), std::exchange(size_, 0));
-      for (Group const& group : groups)
-         table_.prefetchEntry(group.mbbId->subTunnelConfigId);
-      for (Group const& group : groups) {
-         if (auto const* const coll = table_.peek(group.mbbId->subTunnelConfigId); coll != nullptr && *coll)
-            (*coll)->prefetchEntries();
+};
+
+// How the sub-LSPs of a P2MP request do.
+struct SubLspsOfRequest {
+   RsvpLerLspRequestConfigId const& id;
+
+   auto const& parent() const noexcept { return id.lspGroupId; }
+   auto const& key() const noexcept { return id; }
+   static void prefetchMore(RsvpLerLspRequestStatus const& status) noexcept {
+      if (!status.subLspState.empty())
+         __builtin_prefetch(&*status.subLspState.begin());
+   }
+   void count(RsvpLerLspRequestStatus const& status, LerCounts& counts) const {
+      for (auto const& [leaf, state] : status.subLspState) {
+         ++counts.p2mpSubLspCount;
+         if (state == RsvpLspState::up)
+            ++counts.p2mpSubLspUpCount;
       }
-      for (Group const& group : groups) {
-         if (isInUse(group))
-            ++(group.mbbId->subTunnelConfigId.isSplit() ? counts_.subTunnelSecondaryInUseCount
-                                                        : counts_.tunnelSecondaryInUseCount);
+   }
+};
+
+// Questions to another table of tables than the one that is walked, where the records lie far from each other. It
+// gathers many and takes each step to the records for all of them, so that it waits for the memory once and not for
+// each.
+template<class Question, class Table>
+class Questions {
+public:
+   // The table may be missing.
+   Questions(Handle<Table> table, LerCounts& counts) : table_(std::move(table)), counts_(counts) {}
+
+   // What the question refers to has to stay where it is until the answers are there.
+   void add(Question const& question) {
+      if (!table_)
+         return;
+      table_->prefetchCell(question.parent());
+      steps_[size_++].question.emplace(question);
+      if (size_ == steps_.size())
+         answer();
+   }
+   void answer() {
+      std::span const steps(steps_.data(), std::exchange(size_, 0));
+      for (Step const& step : steps)
+         table_->prefetchSlot(step.question->parent());
+      for (Step& step : steps) {
+         step.coll = table_->peek(step.question->parent());
+         if (step.coll != nullptr)
+            step.coll->prefetchOnlyObject();
+      }
+      for (Step& step : steps) {
+         step.record = step.coll != nullptr ? step.coll->peek(step.question->key()) : nullptr;
+         if (step.record != nullptr)
+            Question::prefetchMore(*step.record);
+      }
+      for (Step const& step : steps) {
+         if (step.record != nullptr)
+            step.question->count(*step.record, counts_);
       }
    }
 
 private:
-   struct Group {
-      RsvpLerMbbTunnelConfigId const* mbbId;
-      RsvpLerLspGroupId const* key;
+   struct Step {
+      std::optional<Question> question;
+      typename Table::Object const* coll;
+      typename Table::Object::Object const* record;
    };
 
-   bool isInUse(Group const& group) const {
-      auto const* const coll = table_.peek(group.mbbId->subTunnelConfigId);
-      auto const* const status = coll != nullptr && *coll ? (*coll)->peek(*group.mbbId) : nullptr;
-      return status != nullptr && *status && (*status)->activeLspGroupId == *group.key;
-   }
-
    Vane::Pin pin_;
-   RsvpLerMbbTunnelStatusCollTable const& table_;
+   Handle<Table> table_;
    LerCounts& counts_;
-   std::array<Group, 32> groups_;
+   std::array<Step, 32> steps_;
    std::size_t size_ = 0;
 };
 
-void countRequest(ShowRsvpLer const& command, RsvpLerLspRequestConfigId const& id, bool isP2mp, LerCounts& counts) {
-   if (!id)
-      return;
-   if (!isP2mp) {
-      ++counts.lspCount;
-      return;
-   }
-   ++counts.p2mpLspCount;
-   auto const status = command.getLspRequestStatus(id);
-   if (!status)
-      return;
-   for (auto const& [leaf, state] : status->subLspState) {
-      ++counts.p2mpSubLspCount;
-      if (state == RsvpLspState::up)
-         ++counts.p2mpSubLspUpCount;
-   }
-}
+// Counts the LSPs, which stand in the groups.
+class LspCounter {
+public:
+   LspCounter(ShowRsvpLer const& command, LerCounts& counts)
+         : groupTable_(command.lspGroupStatusCollTable()), mbbTable_(command.mbbTunnelStatusCollTable()),
+           counts_(counts), secondaries_(mbbTable_, counts), subLsps_(command.lspRequestStatusCollTable(), counts) {}
 
-void countGroup(ShowRsvpLer const& command, RsvpLerLspGroupStatus const& group, LerCounts& counts) {
-   countRequest(command, group.activeLspRequestConfigId, group.isP2mp, counts);
-   countRequest(command, group.pendingLspRequestConfigId, group.isP2mp, counts);
-   if (isUp(group.lspGroupState))
-      ++(group.isP2mp ? counts.p2mpLspUpCount : counts.lspUpCount);
-}
-
-void countLsps(ShowRsvpLer const& command, LerCounts& counts) {
-   auto const groupTable = command.lspGroupStatusCollTable();
-   auto const mbbTable = command.mbbTunnelStatusCollTable();
-   if (!groupTable || !mbbTable)
-      return;
-   SecondariesInUse inUse(*mbbTable, counts);
-   groupTable->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
-      groups->inspectAll([&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
-         countGroup(command, *group, counts);
-         // P2MP groups take part in this just as P2P groups do.
-         if (groupKey.groupId != 0 && isUp(group->lspGroupState))
-            inUse.add(mbbId, groupKey);
+   void countAll() {
+      if (!groupTable_ || !mbbTable_)
+         return;
+      groupTable_->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
+         groups->inspectAll([&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
+            countGroup(mbbId, groupKey, *group);
+         });
       });
-   });
-   inUse.count();
-}
+      secondaries_.answer();
+      subLsps_.answer();
+   }
+
+private:
+   void countGroup(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& groupKey,
+                   RsvpLerLspGroupStatus const& group) {
+      countRequest(group.activeLspRequestConfigId, group.isP2mp);
+      countRequest(group.pendingLspRequestConfigId, group.isP2mp);
+      if (!isUp(group.lspGroupState))
+         return;
+      ++(group.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
+      // P2MP groups take part in this just as P2P groups do.
+      if (groupKey.groupId != 0)
+         secondaries_.add({mbbId, groupKey});
+   }
+   void countRequest(RsvpLerLspRequestConfigId const& id, bool isP2mp) {
+      if (!id)
+         return;
+      ++(isP2mp ? counts_.p2mpLspCount : counts_.lspCount);
+      if (isP2mp)
+         subLsps_.add({id});
+   }
+
+   Vane::Pin pin_;
+   Handle<RsvpLerLspGroupStatusCollTable> groupTable_;
+   Handle<RsvpLerMbbTunnelStatusCollTable> mbbTable_;
+   LerCounts& counts_;
+   Questions<SecondaryInUse, RsvpLerMbbTunnelStatusCollTable> secondaries_;
+   Questions<SubLspsOfRequest, RsvpLerLspRequestStatusCollTable> subLsps_;
+};
 
 } // namespace
 
@@ -160,7 +204,7 @@ LerCounts countLer(ShowRsvpLer const& command) {
    countTunnelsUp(command.superTunnelStatusColl(), counts);
    countSubTunnels(command.subTunnelConfigCollTable(), counts);
    countSubTunnelsUp(command.subTunnelStatusCollTable(), counts);
-   countLsps(command, counts);
+   LspCounter(command, counts).countAll();
    return counts;
 }
 

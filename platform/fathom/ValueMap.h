@@ -3,6 +3,7 @@
 #include "brindle/Exception.h"
 #include "brindle/String.h"
 #include "fathom/String.h"
+#include "vane/Epoch.h"
 #include "vane/HashMap2018.h"
 
 #include <cstddef>
@@ -78,13 +79,13 @@ public:
 
    // Throws Brindle::CorruptionDetectedException, with the message of the damage, for a damaged slot.
    Value operator[](Key const& key) const {
-      Value value = FathomValueBase::defaultValue<Value>();
-      slots_.inspect(key, [&value](Wrapper const& slot) {
-         if (slot.damaged)
-            throw Brindle::CorruptionDetectedException(Brindle::String(slot.damage.view()));
-         value = slot.value;
-      });
-      return value;
+      Vane::Pin const pin;
+      Wrapper const* const slot = slots_.peek(key);
+      if (slot == nullptr)
+         return FathomValueBase::defaultValue<Value>();
+      if (slot->damaged)
+         throw Brindle::CorruptionDetectedException(Brindle::String(slot->damage.view()));
+      return slot->value;
    }
    // As above, but a damaged slot is reported once and reads as the default value. Any other exception
    // passes.
@@ -98,7 +99,7 @@ public:
    }
    // The steps ahead of a lookup, as those of Vane::HashMap2018.
    void prefetchCell(Key const& key) const noexcept { slots_.prefetchCell(key); }
-   void prefetchEntry(Key const& key) const noexcept { slots_.prefetchEntry(key); }
+   void prefetchSlot(Key const& key) const noexcept { slots_.prefetchSlot(key); }
    // Whether the slot holds something, damaged or not.
    bool contains(Key const& key) const noexcept { return slots_.contains(key); }
    // The number of slots that hold something, damaged ones included.

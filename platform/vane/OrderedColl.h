@@ -2,6 +2,7 @@
 
 #include "vane/Epoch.h"
 #include "vane/Key.h"
+#include "vane/Stored.h"
 
 #include <algorithm>
 #include <array>
@@ -69,16 +70,18 @@ public:
    }
    // Asks the memory for the element of the smallest key, ahead of a lookup or a walk. Under a pin of the caller's.
    void prefetchFirst() const noexcept { __builtin_prefetch(firstElement()); }
-   // And then, where values are handles, for the object of that element.
+   // And then, where values are handles, for the object of that element, and for the element behind it.
    void prefetchFirstObject() const noexcept {
-      if (Element const* const element = firstElement())
+      if (Element const* const element = firstElement()) {
          __builtin_prefetch(element->value.get());
+         __builtin_prefetch(element->links()[0].load(std::memory_order_acquire));
+      }
    }
-   // The key's value in place, nullptr when the key is absent; it is good as long as a pin that the caller has taken
-   // before.
-   Value const* peek(Key const& key) const noexcept {
+   // What the key's handle points to, or its value in place; nullptr when the key is absent or the handle empty. It is
+   // good as long as a pin that the caller has taken before.
+   typename Stored<Value>::Object* peek(Key const& key) const noexcept {
       Element const* const element = findElement(key);
-      return element != nullptr ? &element->value : nullptr;
+      return element != nullptr ? Stored<Value>::peek(element->value) : nullptr;
    }
    bool contains(Key const& key) const noexcept {
       Pin const pin;

@@ -2,6 +2,7 @@
 
 #include "tests/support/CountedRecord.h"
 #include "tests/support/Random.h"
+#include "vane/Epoch.h"
 
 #include <gtest/gtest.h>
 
@@ -278,13 +279,51 @@ TEST(HashMap2018, AnEmptyMapShowsNothing) {
    EXPECT_EQ(map.find(1), 0u);
 }
 
-TEST(HashMap2018, InspectReadsInPlace) {
+TEST(HashMap2018, PeekReadsInPlace) {
    Vane::HashMap2018<std::uint32_t, std::string> map;
    map.set(1, "one");
-   std::string read;
-   EXPECT_TRUE(map.inspect(1, [&read](std::string const& value) { read = value; }));
-   EXPECT_FALSE(map.inspect(2, [&read](std::string const&) { read = "absent"; }));
-   EXPECT_EQ(read, "one");
+   Vane::Pin const pin;
+   std::string const* const one = map.peek(1);
+   ASSERT_NE(one, nullptr);
+   EXPECT_EQ(*one, "one");
+   EXPECT_EQ(map.peek(2), nullptr);
+   map.set(1, "another one");
+   EXPECT_EQ(*one, "one") << "the pin keeps it";
+   map.erase(1);
+   EXPECT_EQ(map.peek(1), nullptr);
+}
+
+TEST(HashMap2018, PeekFollowsAHandleWithoutAUse) {
+   Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+   map.set(1, countedRecord(1));
+   Vane::Pin const pin;
+   EXPECT_TRUE(map.peek(1)->isWhole(1));
+   EXPECT_EQ(map.peek(1)->userCount(), 1u);
+   map.walk([](std::uint32_t, Tests::CountedPtr const& record) { EXPECT_EQ(record->userCount(), 1u); });
+   EXPECT_EQ(map.peek(2), nullptr);
+}
+
+// An empty handle is a value like any other: its key is there.
+TEST(HashMap2018, HoldsEmptyHandles) {
+   Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+   for (std::uint32_t key = 0; key < 40; ++key) {
+      EXPECT_TRUE(map.set(key, {}));
+      EXPECT_FALSE(map.set(key, {}));
+      EXPECT_TRUE(map.contains(key));
+      EXPECT_EQ(map.find(key), nullptr);
+      EXPECT_EQ(map.peek(key), nullptr);
+   }
+   EXPECT_EQ(map.size(), 40u);
+   int shown = 0;
+   map.walk([&shown](std::uint32_t, Tests::CountedPtr const& record) {
+      EXPECT_EQ(record, nullptr);
+      ++shown;
+   });
+   EXPECT_EQ(shown, 40);
+   EXPECT_TRUE(map.erase(7));
+   EXPECT_FALSE(map.contains(7));
+   EXPECT_FALSE(map.erase(7));
+   EXPECT_EQ(map.size(), 39u);
 }
 
 TEST(HashMap2018, KeysThatDifferInHighBitsOnlyDontCrowd) {
