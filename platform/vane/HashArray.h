@@ -91,7 +91,9 @@ public:
       Cell const& cell = firstCell(hash);
       if (cell.hash.load(std::memory_order_acquire) != hash)
          return;
-      __builtin_prefetch(slots() + cell.place.load(std::memory_order_relaxed));
+      Slot const& slot = slots()[cell.place.load(std::memory_order_relaxed)];
+      __builtin_prefetch(&slot);
+      __builtin_prefetch(&slot.object); // which may lie in the next line
       prefetchObject(cell.object.load(std::memory_order_relaxed));
    }
    static void prefetchObject(void const* object) noexcept {
