@@ -9,8 +9,8 @@ namespace Rsvp::Cli {
 
 // What a tunnel shows lies scattered over the memory, and each record has to arrive before the next one is known: a
 // long listing would wait most of the time. So while a tunnel is rendered, the memory is asked for what the next
-// tunnels will need, each a step further on its way the nearer it is: its places in the tables, then the entries that
-// stand there with what they hold, and so on to the hops of its paths. Nothing that is asked for has to exist or to
+// tunnels will need, each a step further on its way the nearer it is: its places in the tables, then the slots that
+// they lead to with what is in them, and so on to the hops of its paths. Nothing that is asked for has to exist or to
 // stay.
 class TunnelLookahead {
 public:

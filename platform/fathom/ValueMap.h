@@ -97,9 +97,6 @@ public:
          return FathomValueBase::defaultValue<Value>();
       }
    }
-   // The steps ahead of a lookup, as those of Vane::HashMap2018.
-   void prefetchCell(Key const& key) const noexcept { slots_.prefetchCell(key); }
-   void prefetchSlot(Key const& key) const noexcept { slots_.prefetchSlot(key); }
    // Whether the slot holds something, damaged or not.
    bool contains(Key const& key) const noexcept { return slots_.contains(key); }
    // The number of slots that hold something, damaged ones included.

@@ -34,6 +34,9 @@ public:
    // The value of a key that isn't there. Not the null pointer, which is an empty handle.
    static Object* absent() noexcept { return reinterpret_cast<Object*>(std::uintptr_t{1}); }
 
+   // The most keys that an array is made for.
+   static constexpr std::size_t mostKeys = std::size_t{3} << 30;
+
    // For one key. Its user has room for the slot right behind it.
    HashArray() noexcept : HashArray(0) {}
    HashArray(HashArray const&) = delete;
@@ -45,6 +48,8 @@ public:
 
    // An array for so many keys or some more, to be given to release(). Throws std::bad_alloc.
    static HashArray* make(std::size_t keys) {
+      if (keys > mostKeys)
+         throw std::bad_alloc();
       std::size_t capacity = 1;
       while (limit(capacity) < keys)
          capacity *= 2;
@@ -160,9 +165,11 @@ private:
          if (kept != hash)
             continue;
          prefetchObject(cell.object.load(std::memory_order_relaxed));
-         Slot const& slot = slots()[cell.place.load(std::memory_order_relaxed)];
-         if (keysEqual(slot.key, key))
-            return &slot;
+         std::uint32_t const place = cell.place.load(std::memory_order_relaxed);
+         if (place >= used()) // it is just coming: a walk doesn't show it yet either
+            return nullptr;
+         if (keysEqual(slots()[place].key, key))
+            return &slots()[place];
       }
    }
    // Lets the first free cell of a hash lead to a slot.

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace Vane {
@@ -20,7 +22,7 @@ namespace Vane {
 //
 // The keys stand in an array, each in a slot of its own as long as the array is in use, which is why a walk never
 // meets a key twice. Replacing a value exchanges the pointer in the slot, and so does erasing a key. A full array is
-// replaced by another one with the keys that are there. An empty map that never held anything has no array.
+// replaced by another one with the keys that are there. A new map has no array.
 //
 // No reader may be in a map that is destroyed. Writer operations that run out of memory throw std::bad_alloc
 // and leave the map as it was.
@@ -33,7 +35,8 @@ public:
    // What a handle points to, or the value itself.
    using Object = typename Stored<Value>::Object;
 
-   // An element as a walk shows it; the references hold while the iterator, or the call of the body, lasts.
+   // An element as a walk shows it. The references hold until the iterator's next step, or as long as the call of the
+   // body.
    struct Item {
       Key const& key;
       Value const& value;
@@ -75,7 +78,7 @@ public:
       }
       void show(Slot const& slot) noexcept {
          Object* object = slot.object.load(std::memory_order_acquire);
-         // The array is no longer written to when the map has moved to another one.
+         // The array doesn't tell what is there now when the map has moved to another one.
          if (object != Array::absent() && map_->array_.load(std::memory_order_acquire) != array_)
             object = map_->load(slot.key);
          if (object == Array::absent())
@@ -113,14 +116,16 @@ public:
       typename Stored<Value>::Shown shown_;
    };
 
-   HashMap2018() noexcept = default;
+   HashMap2018() noexcept { new (own_) Array; }
    HashMap2018(HashMap2018 const&) = delete;
    HashMap2018& operator=(HashMap2018 const&) = delete;
    ~HashMap2018() {
-      if (Array* const array = array_.load(std::memory_order_relaxed)) {
+      if (Array const* const array = array_.load(std::memory_order_relaxed)) {
          dropValues(*array);
-         releaseUnlessOwn(array);
+         if (!isOwn(array))
+            Array::release(array);
       }
+      std::destroy_at(ownArray());
    }
 
    // Readers.
@@ -222,7 +227,8 @@ public:
       }
    }
 
-   // Makes room for `count` keys in all: a map from which nothing is erased then keeps its array until it has more.
+   // Makes room for `count` keys in all: a map from which nothing is or was erased then keeps its array until it has
+   // more.
    void reserve(std::size_t count) {
       Array const* const array = array_.load(std::memory_order_relaxed);
       if (count != 0 && (array == nullptr || !array->holds(count)))
@@ -269,7 +275,7 @@ private:
 
    // Moves to an array for `count` keys and some more, since erased keys keep their slots.
    void rehash(std::size_t count) {
-      Array* const next = makeArray(count <= 4 ? count : count + count / 4);
+      Array* const next = makeArray(count <= 4 || count > Array::mostKeys ? count : count + count / 4);
       Array* const former = array_.load(std::memory_order_relaxed);
       if (former != nullptr) {
          for (Slot const& slot : *former) {
@@ -283,18 +289,14 @@ private:
          retire(former, [](void const* dead) noexcept { Array::release(static_cast<Array const*>(dead)); });
    }
 
-   bool isOwn(Array const* array) const noexcept { return array == &ownArray_; }
-   void releaseUnlessOwn(Array const* array) const noexcept {
-      if (!isOwn(array))
-         Array::release(array);
-   }
+   Array* ownArray() noexcept { return std::launder(reinterpret_cast<Array*>(own_)); }
+   bool isOwn(Array const* array) const noexcept { return static_cast<void const*>(array) == own_; }
    // One's own once only: a reader may stand in it long after the map has moved on.
-   Array* makeArray(std::size_t keys) { return keys == 1 && ownArray_.used() == 0 ? &ownArray_ : Array::make(keys); }
+   Array* makeArray(std::size_t keys) { return keys == 1 && ownArray()->used() == 0 ? ownArray() : Array::make(keys); }
 
    std::atomic<Array*> array_ = nullptr;
    // An array for one key, which many maps never need more than, with its slot behind it.
-   Array ownArray_;
-   alignas(Slot) std::byte ownSlot_[sizeof(Slot)];
+   alignas(Array) std::byte own_[sizeof(Array) + sizeof(Slot)];
    std::atomic<std::size_t> size_ = 0;
 };
 

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <type_traits>
-#include <utility>
 
 // What the tables ask of a key and of the body of a walk.
 

@@ -71,7 +71,7 @@ public:
    // Asks the memory for the element of the smallest key, ahead of a lookup or a walk. Under a pin of the caller's.
    void prefetchFirst() const noexcept { __builtin_prefetch(firstElement()); }
    // And then, where values are handles, for the object of that element, and for the element behind it.
-   void prefetchFirstObject() const noexcept {
+   void prefetchFirstObject() const noexcept requires isHandle<Value> {
       if (Element const* const element = firstElement()) {
          __builtin_prefetch(element->value.get());
          __builtin_prefetch(element->links()[0].load(std::memory_order_acquire));

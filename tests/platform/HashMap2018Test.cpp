@@ -7,8 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
+#include <new>
 #include <set>
 #include <string>
 #include <vector>
@@ -277,6 +280,15 @@ TEST(HashMap2018, AnEmptyMapShowsNothing) {
    EXPECT_FALSE(map.erase(1));
    map.clear();
    EXPECT_EQ(map.find(1), 0u);
+}
+
+TEST(HashMap2018, RefusesRoomForMoreKeysThanItCanHave) {
+   Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
+   map.set(1, 10);
+   for (std::size_t const count :
+        {std::size_t{1} << 32, std::numeric_limits<std::size_t>::max() / 2, std::numeric_limits<std::size_t>::max()})
+      EXPECT_THROW(map.reserve(count), std::bad_alloc);
+   EXPECT_EQ(map.find(1), 10u);
 }
 
 TEST(HashMap2018, PeekReadsInPlace) {
