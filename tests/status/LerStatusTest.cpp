@@ -6,6 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <string>
+
 using namespace Rsvp;
 using namespace Tests;
 
@@ -270,6 +273,29 @@ TEST(LerStatus, secondaryPathsInUse) {
          EXPECT_EQ(result.tunnelSecondaryInUseCount, subTunnel == 0 ? test.inUse : 0);
          EXPECT_EQ(result.subTunnelSecondaryInUseCount, subTunnel == 0 ? 0 : test.inUse);
       }
+}
+
+// Records that lie far from each other are looked up many at a time: none is lost at the end of a batch.
+TEST(LerStatus, eachOfManyGroupsCounts) {
+   for (std::uint32_t const tunnels : {1u, 31u, 32u, 33u, 64u, 65u, 100u}) {
+      Router router;
+      for (std::uint32_t i = 0; i < tunnels; ++i) {
+         std::string const name = "t" + std::to_string(i);
+         router.mbbTunnelStatus(mbbId(name), groupId(name, 1));
+         router.lspGroupStatus(groupId(name, 1), [&](auto& group) {
+            group.isP2mp = true;
+            group.lspGroupState = RsvpLerLspGroupState::up;
+            group.activeLspRequestConfigId = requestId(name, 1, 1);
+         });
+         router.lspRequestStatus(requestId(name, 1, 1), [](auto& status) {
+            status.subLspState.insert({address("10.0.0.1")}, RsvpLspState::up);
+            status.subLspState.insert({address("10.0.0.2")}, RsvpLspState::down);
+         });
+      }
+      EXPECT_EQ(counts(router).tunnelSecondaryInUseCount, tunnels);
+      EXPECT_EQ(counts(router).p2mpSubLspCount, 2 * tunnels);
+      EXPECT_EQ(counts(router).p2mpSubLspUpCount, tunnels);
+   }
 }
 
 TEST(LerStatus, lspsNeedTheTableOfInstances) {
