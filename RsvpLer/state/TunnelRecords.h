@@ -12,7 +12,7 @@
 
 // A tunnel: what is configured, what was asked for before it was resolved, and what it does now. Records are never
 // changed once a table holds them; a change is a new record. Bandwidths are in bytes per second. What is counted of
-// every tunnel stands first, in one cache line.
+// every tunnel stands first and together, so that a count reads little.
 
 namespace Rsvp {
 
