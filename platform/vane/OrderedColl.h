@@ -99,14 +99,19 @@ public:
       return copyOf(elementAfter(key));
    }
 
-   // Calls body(key, value) in ascending order of the keys, with the elements in place and under one pin: for a body
-   // that looks at them and doesn't wait. Others use Vane::orderedWalk.
+   // The walk of Vane::orderedWalk with the elements in place and under one pin: for a body that looks at them and
+   // doesn't wait.
    template<class Body>
    void inspectAll(Body&& body) const {
       Pin const pin;
+      std::uint64_t known = version();
       Element const* element = firstElement();
-      for (; element != nullptr; element = element->links()[0].load(std::memory_order_acquire))
+      while (element != nullptr) {
          body(element->key, element->value);
+         std::uint64_t const now = version();
+         element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
+         known = now;
+      }
    }
 
    // The writer.

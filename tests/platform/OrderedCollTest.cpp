@@ -127,18 +127,30 @@ struct WalkCase {
 
 class OrderedWalk : public testing::TestWithParam<WalkCase> {};
 
-TEST_P(OrderedWalk, ChangedInTheBody) {
+// The keys that walk(coll, body) shows.
+template<class Walk>
+std::vector<std::uint32_t> shownBy(Walk const& walk, std::function<void(Coll&)> const& change) {
    Coll coll;
    for (std::uint32_t const key : {10u, 20u, 30u, 40u, 50u})
       coll.set(key, key);
    std::vector<std::uint32_t> shown;
-   Vane::orderedWalk(coll, [&](std::uint32_t key, std::uint64_t) {
+   walk(coll, [&](std::uint32_t key, std::uint64_t) {
       shown.push_back(key);
       if (key == 30)
-         GetParam().change(coll);
+         change(coll);
       Vane::collectRetired();
    });
-   EXPECT_EQ(shown, GetParam().shown);
+   return shown;
+}
+
+TEST_P(OrderedWalk, ChangedInTheBody) {
+   auto const walk = [](Coll& coll, auto const& body) { Vane::orderedWalk(coll, body); };
+   EXPECT_EQ(shownBy(walk, GetParam().change), GetParam().shown);
+}
+
+TEST_P(OrderedWalk, InPlaceChangedInTheBody) {
+   auto const walk = [](Coll& coll, auto const& body) { coll.inspectAll(body); };
+   EXPECT_EQ(shownBy(walk, GetParam().change), GetParam().shown);
 }
 
 INSTANTIATE_TEST_SUITE_P(
