@@ -111,10 +111,9 @@ constexpr SubTunnelSection sections[] = {
 // clang-format on
 
 LspIds lspIdsOfBothInstances(ShowRsvpLerTunnel const& command, SubTunnelView const& view) {
-   auto const groups = command.lspGroupStatusCollTable();
-   auto const requests = command.lspRequestStatusCollTable();
-   LspIds lspIds = getLspIdsForTunnel(view.activeMbbTunnelConfigId, groups, requests);
-   appendLspIdsForTunnel(lspIds, view.pendingMbbTunnelConfigId, groups, requests);
+   LspIds lspIds;
+   appendLspIdsOfInstances(lspIds, view.activeMbbTunnelConfigId, view.pendingMbbTunnelConfigId,
+                           command.lspGroupStatusCollTable(), command.lspRequestStatusCollTable());
    return lspIds;
 }
 

@@ -78,6 +78,7 @@ void renderLspIdHeading(scrivo::RendererV2* renderer, LspFacts const& facts) {
 }
 
 void renderLspPathSpec(scrivo::RendererV2* renderer, LspFacts const& facts) {
+   RSVP_LER_TRACE();
    char const* const pathType = facts.isPrimary() ? "primary" : "secondary";
    renderer->addText("      Path specification: ", facts.pathSpecId.name);
    addLine(renderer, true, ", ", pathType);
@@ -86,6 +87,7 @@ void renderLspPathSpec(scrivo::RendererV2* renderer, LspFacts const& facts) {
 }
 
 void renderP2mpLspPathSpec(scrivo::RendererV2* renderer, LspFacts const& facts) {
+   RSVP_LER_TRACE();
    addLine(renderer, true, "      Path specification: ", facts.pathSpecId.name);
    renderer->addJsonKeyValuePair("pathSpecName", facts.pathSpecId.name);
 }

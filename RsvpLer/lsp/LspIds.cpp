@@ -34,26 +34,30 @@ getLspIdForLspRequest(RsvpLerLspRequestConfigId const& lspRequestConfigId,
    return status != nullptr ? status->lspId : Vane::Optional<std::uint16_t>();
 }
 
-void appendLspIdsForTunnel(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
-                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
-                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
-   auto const groups =
-         lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
-   if (!groups)
-      return;
-   Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const&, Handle<RsvpLerLspGroupStatus> const& group) {
-      appendLspId(lspIds, group->activeLspRequestConfigId, lspRequestStatusCollTable);
-      appendLspId(lspIds, group->pendingLspRequestConfigId, lspRequestStatusCollTable);
-   });
-}
-
 LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
    RSVP_LER_TRACE(mbbTunnelConfigId);
    LspIds lspIds;
-   appendLspIdsForTunnel(lspIds, mbbTunnelConfigId, lspGroupStatusCollTable, lspRequestStatusCollTable);
+   auto const groups =
+         lspGroupStatusCollTable ? lspGroupStatusCollTable->lspGroupStatusColl(mbbTunnelConfigId) : nullptr;
+   if (!groups)
+      return lspIds;
+   Vane::orderedWalk(*groups, [&](RsvpLerLspGroupId const&, Handle<RsvpLerLspGroupStatus> const& group) {
+      appendLspId(lspIds, group->activeLspRequestConfigId, lspRequestStatusCollTable);
+      appendLspId(lspIds, group->pendingLspRequestConfigId, lspRequestStatusCollTable);
+   });
    return lspIds;
+}
+
+void appendLspIdsOfInstances(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
+                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
+                             Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                             Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable) {
+   for (RsvpLerMbbTunnelConfigId const* instance : {&activeMbbTunnelConfigId, &pendingMbbTunnelConfigId}) {
+      for (auto const& lspId : getLspIdsForTunnel(*instance, lspGroupStatusCollTable, lspRequestStatusCollTable))
+         lspIds.push_back(lspId);
+   }
 }
 
 LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
@@ -67,9 +71,8 @@ LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,
    if (!subTunnels)
       return lspIds;
    subTunnels->walk([&](RsvpLerSubTunnelConfigId const&, Handle<RsvpLerSubTunnelStatus> const& subTunnel) {
-      for (RsvpLerMbbTunnelConfigId const* instance :
-           {&subTunnel->activeMbbTunnelConfigId, &subTunnel->pendingMbbTunnelConfigId})
-         appendLspIdsForTunnel(lspIds, *instance, lspGroupStatusCollTable, lspRequestStatusCollTable);
+      appendLspIdsOfInstances(lspIds, subTunnel->activeMbbTunnelConfigId, subTunnel->pendingMbbTunnelConfigId,
+                              lspGroupStatusCollTable, lspRequestStatusCollTable);
    });
    return lspIds;
 }

@@ -27,10 +27,11 @@ LspIds getLspIdsForTunnel(RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable);
 
-// The same, added to a list.
-void appendLspIdsForTunnel(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& mbbTunnelConfigId,
-                           Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
-                           Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable);
+// Adds those of the active instance to a list, and then those of the pending one.
+void appendLspIdsOfInstances(LspIds& lspIds, RsvpLerMbbTunnelConfigId const& activeMbbTunnelConfigId,
+                             RsvpLerMbbTunnelConfigId const& pendingMbbTunnelConfigId,
+                             Handle<RsvpLerLspGroupStatusCollTable> const& lspGroupStatusCollTable,
+                             Handle<RsvpLerLspRequestStatusCollTable> const& lspRequestStatusCollTable);
 
 // Those of both instances of all sub-tunnels of a tunnel, in no order that means anything.
 LspIds getLspIdsForSuperTunnel(RsvpLerTunnelSpecId const& tunnelSpecId,

@@ -3,8 +3,9 @@
 A display function is, in the rooms below,
   - a member of a command object that takes parameters: those without any are the accessors of its tables;
   - a free function that renders, looks something up, sizes a column or counts, which its first word tells.
-What stands in an unnamed namespace is a part of the function that calls it. Functions that only hand a pass on to a section
-aren't display functions, nor are the two walks below; helpers in text/ and output/ don't know what they work for.
+What stands in an unnamed namespace is a part of the function that calls it, but for the routines that INNER names.
+Functions that only hand a pass on to a section aren't display functions, nor are the two walks below; helpers in text/ and
+output/ don't know what they work for.
 """
 
 import pathlib
@@ -17,6 +18,7 @@ COMMANDS = ("ShowRsvpLerTunnel", "ShowRsvpLer")
 VERBS = re.compile("(render|get|set|aggregate|count|start|end)[A-Z]")
 NOT_DISPLAYED = {"renderCommand": "what the two render operations share",
                  "renderColumn": "calls the display functions of a column"}
+INNER = ("renderLspPathSpec", "renderP2mpLspPathSpec")
 
 TUNNEL = "tunnelSpecId"
 SUB_TUNNEL = "subTunnelConfigId"
@@ -60,7 +62,8 @@ EXPECTED = {name: arguments for arguments, names in ARGUMENTS.items() for name i
 class Function:
     """A definition outside every class; `head` is its text up to the brace, `first` its first statement."""
 
-    def __init__(self, head, first):
+    def __init__(self, head, first, unnamed):
+        self.unnamed = unnamed
         self.head = " ".join(head.split())
         self.first = first.strip()
         scope, _, self.name = re.search(r"([\w:~]+|operator\W+?)\(", self.head).group(1).rpartition("::")
@@ -70,6 +73,8 @@ class Function:
     def is_display_function(self):
         if self.name in NOT_DISPLAYED:
             return False
+        if self.unnamed:
+            return self.name in INNER
         if self.command:
             return self.parameters != "" and self.name != self.command and not self.name.endswith("Is")
         return VERBS.match(self.name) is not None and not re.match(r"(Sub)?TunnelPass\b", self.parameters)
@@ -85,7 +90,7 @@ class Function:
 
 
 def functions(text):
-    """The functions that a formatted source defines outside of unnamed namespaces."""
+    """The functions that a formatted source defines."""
     unnamed = False
     head = ""
     lines = text.splitlines()
@@ -97,8 +102,8 @@ def functions(text):
         else:
             head += line + "\n"
             if line.endswith(("{", ";", "}")) or line.endswith(")};"):
-                if line.endswith("{") and "(" in head and "=" not in head.split("(")[0] and not unnamed:
-                    yield Function(head[:-2], following)
+                if line.endswith("{") and "(" in head and "=" not in head.split("(")[0]:
+                    yield Function(head[:-2], following, unnamed)
                 head = ""
 
 
@@ -117,7 +122,7 @@ class Probes(unittest.TestCase):
         self.assertEqual(faults, [])
 
     def test_the_table_names_functions_that_there_are(self):
-        self.assertEqual(sorted(set(EXPECTED) - {function.name for _, function in display_functions()}), [])
+        self.assertEqual(sorted({*EXPECTED, *INNER} - {function.name for _, function in display_functions()}), [])
 
     def test_one_display_function_for_each_section_is_found(self):
         # What the headers declare with a renderer, and what the search above must therefore come by.
@@ -153,6 +158,10 @@ class Finding(unittest.TestCase):
     def test_other_arguments(self):
         self.assertEqual(self.faults("void ShowRsvpLer::render(int format) {\n   RSVP_LER_TRACE(format);\n}\n"),
                          ['render traces (format) instead of ("format=", format)'])
+
+    def test_an_inner_routine_without_a_probe(self):
+        self.assertEqual(self.faults("namespace {\n\nvoid renderLspPathSpec(int a) {\n   work(a);\n}\n\n} // namespace\n"),
+                         ["renderLspPathSpec doesn't start with RSVP_LER_TRACE();"])
 
     def test_a_right_one(self):
         self.assertEqual(self.faults("void ShowRsvpLer::render(int f) {\n   RSVP_LER_TRACE(\"format=\", format);\n}\n"),
