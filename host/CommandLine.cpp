@@ -22,7 +22,7 @@ struct Values {
    bool json = false;
    std::optional<std::string> stateFile;
    std::optional<std::string> connect;
-   std::string watch;
+   std::optional<std::string> watch;
    std::string socket;
    std::string mode = "0600";
    std::string clientTimeout = "30";
@@ -48,8 +48,8 @@ ShowSource readSource(Values const& values) {
    source.socketPath = readFileName("--connect", values.connect);
    if (values.stateFile && values.connect)
       failUsage("--state and --connect exclude each other; give one of them");
-   if (!values.watch.empty())
-      source.watchInterval = readSeconds("--watch", values.watch);
+   if (values.watch)
+      source.watchInterval = readSeconds("--watch", *values.watch);
    return source;
 }
 

@@ -209,6 +209,7 @@ TEST(CommandLine, errors) {
               {{"tunnel", "--connect", "s", "--state", "f"},
                "--state and --connect exclude each other; give one of them"},
               {{"tunnel", "--watch"}, "--watch: 1 required SECONDS missing"},
+              {{"status", "--watch", ""}, "--watch takes seconds from 0.1 to 86400, not ''"},
               {{"status", "--watch", "0"}, "--watch takes seconds from 0.1 to 86400, not '0'"},
               {{"tunnel", "--watch", "-1"}, "--watch takes seconds from 0.1 to 86400, not '-1'"},
               {{"tunnel", "--watch", "nan"}, "--watch takes seconds from 0.1 to 86400, not 'nan'"},
