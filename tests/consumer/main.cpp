@@ -49,8 +49,8 @@ int main() {
    auto const command = Cli::ShowRsvpLerTunnel::ShowRsvpLerTunnelIs({}, {}, status, fathom);
    Cli::ShowRsvpLerTunnelFilter const all;
    {
-      Vane::Pin const pin;
-      command->render(STDOUT_FILENO, 1, all, true, false, false, false, false);
+      Vane::CommandPin const pin; // each lookup below it costs a count instead of a fence
+      command->render(STDOUT_FILENO, 1, all, /*summary*/ true, false, false, false, false);
       command->render(STDOUT_FILENO, 2, all, false, false, false, false, false);
    }
    status->superTunnelStatusColl.get()->set(id, upWith(id, 250'000));
