@@ -20,9 +20,11 @@
 // answer into a descriptor: aligned text for an operator or one JSON document for a management client. The tables may
 // change while it reads them. One object serves one caller at a time; it starts no thread and takes no lock.
 //
-// Throughout: an absent record is no error, it reads as the defaults of its fields; a section that takes `showText` (or
-// `text`) as its last argument writes its lines only when that is true and its JSON members always; stored bandwidths
-// are in bytes per second and shown ones in bits per second.
+// A function without RSVP_LER_EXPORT is the module's own: the library hides it, so no other program can call it.
+//
+// Throughout: an absent record is no error, it reads as the defaults of its fields; which tables must be there is said
+// at `render`; a section that takes `showText` (or `text`) as its last argument writes its lines only when that is true
+// and its JSON members always; stored bandwidths are in bytes per second and shown ones in bits per second.
 
 namespace scrivo {
 class RendererV2;
@@ -54,8 +56,18 @@ public:
    // Lists the tunnels that the filter lets through on the descriptor `socket`, P2P tunnels first, in natural order of
    // their names. `format` is 1 for text and 2 for JSON; any other writes nothing. The flags choose the view:
    // getShowTunnelVariantEnum tells which combinations there are; another one ends the process. `subTunnel` restricts
-   // the listing to split tunnels. Returns when all is written, or early, after the line "exiting ..." on standard
-   // output, when the user interrupts or the client has gone.
+   // the listing to split tunnels.
+   //
+   // No tunnel is shown unless eight tables are there, which may be empty: superTunnelConfigColl,
+   // superTunnelStatusColl, subTunnelStatusCollTable, tunnelSpecColl, bwSamplingStatusColl, tunnelIndexMap,
+   // autoBwConfig and autoBwStats. A history view of a tunnel with an index also needs rsvpLerTunnelHistory, and that
+   // of a sub-tunnel with an index rsvpLerSubTunnelHistory: without it the process ends.
+   //
+   // Returns when all is written, or early, after the line "exiting ..." on standard output, when the user interrupts
+   // or the client has gone. Throws std::bad_alloc, and what a corruption handler of a value map throws. A client that
+   // takes nothing is waited for without limit: Vane::Interrupt::request() ends this command and every other one of the
+   // process, until the caller clears it; shutting the socket down ends this one alone. Hold a Vane::CommandPin around
+   // the call: each lookup then costs a count instead of a fence, and the pin rests while a client is waited for.
    RSVP_LER_EXPORT void render(std::uint32_t socket, std::uint32_t format, ShowRsvpLerTunnelFilter const& tunnelFilter,
                                bool summary, bool lspDetails, bool detail, bool history, bool subTunnel);
 
@@ -64,8 +76,8 @@ public:
                                                               bool lspDetails, bool detail, bool history,
                                                               bool subTunnel) const;
 
-   // One tunnel of a listing. Writes nothing when one of the eight tables that every view needs is missing, nor for a
-   // tunnel that isn't split when `subTunnel` is set.
+   // One tunnel of a listing. Writes nothing when one of the eight tables that are named at `render` is missing, nor
+   // for a tunnel that isn't split when `subTunnel` is set.
    void renderTunnel(scrivo::RendererV2* renderer, RsvpLerTunnelSpecId const& tunnelSpecId, bool summary,
                      bool lspDetails, bool detail, bool history, bool subTunnel);
 
@@ -342,8 +354,9 @@ public:
 
    Brindle::TypeData const* typeData() const noexcept override { return showRsvpLerTypeData(); }
 
-   // Counts, then writes one fixed view on the descriptor `socket`; `format` and the early end are as in the tunnel
-   // views. tallyFeatureConfigDir must be there: an empty handle ends the process.
+   // Counts, then writes one fixed view on the descriptor `socket`; `format`, the early end, the exceptions, a slow
+   // client and the pin are as in the tunnel views. tallyFeatureConfigDir must be there: an empty handle ends the
+   // process. Any other table may be missing.
    RSVP_LER_EXPORT void render(std::uint32_t socket, std::uint32_t format);
 
    Handle<RsvpLerConfig> rsvpLerConfig;
