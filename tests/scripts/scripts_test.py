@@ -159,7 +159,8 @@ class BuildAndRunTest(Sandbox):
 
     def test_setup_refuses_an_option_that_it_does_not_know(self):
         self.assertEqual(self.run_script("setup", "--all"),
-                         (2, "", "setup: unknown option --all; the options are --clang, --ci, --bench and --check\n", []))
+                         (2, "", "setup: unknown option --all; the options are --clang, --ci, --coverage, --bench and "
+                                 "--check\n", []))
 
     def test_package_prints_the_file_that_it_made(self):
         cpack = self.top / "tools/cpack"
