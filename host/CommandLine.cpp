@@ -59,9 +59,7 @@ ServeRequest readServe(Values const& values) {
    request.stateFile = readFileName("--state", values.stateFile);
    request.mode = readMode("--mode", values.mode);
    request.clientTimeout = readSeconds("--client-timeout", values.clientTimeout);
-   request.maxClients = readNumber("--max-clients", values.maxClients, 10000);
-   if (request.maxClients == 0)
-      failUsage("--max-clients takes a number from 1 on");
+   request.maxClients = readNumber("--max-clients", values.maxClients, 1, 10000);
    return request;
 }
 
@@ -251,8 +249,8 @@ Request parseCommandLine(std::vector<std::string> const& words) {
    if (sample.parsed())
       return SampleRequest();
    if (synth.parsed())
-      return SynthRequest{readNumber("--tunnels", values.tunnels, maxSynthTunnels),
-                          readNumber("--seed", values.seed, std::numeric_limits<std::uint64_t>::max()),
+      return SynthRequest{readNumber("--tunnels", values.tunnels, 0, maxSynthTunnels),
+                          readNumber("--seed", values.seed, 0, std::numeric_limits<std::uint64_t>::max()),
                           readShare("--damage", values.damage)};
    return CheckRequest{readFileName("FILE", values.stateFile)};
 }

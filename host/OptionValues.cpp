@@ -36,10 +36,12 @@ std::string readFileName(char const* option, std::optional<std::string> const& n
    return name.value_or("");
 }
 
-std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t highest) {
+std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t lowest,
+                         std::uint64_t highest) {
    std::uint64_t number = 0;
-   if (!readWhole(text, number) || number > highest)
-      failUsage(option + " takes a whole number from 0 to " + std::to_string(highest) + ", not '" + text + "'");
+   if (!readWhole(text, number) || number < lowest || number > highest)
+      failUsage(option + " takes a whole number from " + std::to_string(lowest) + " to " + std::to_string(highest) +
+                ", not '" + text + "'");
    return number;
 }
 

@@ -14,7 +14,8 @@ namespace Host {
 
 // Empty only when none is named.
 std::string readFileName(char const* option, std::optional<std::string> const& name);
-std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t highest);
+std::uint64_t readNumber(std::string const& option, std::string const& text, std::uint64_t lowest,
+                         std::uint64_t highest);
 // From 0 to 1.
 double readShare(std::string const& option, std::string const& text);
 // Seconds with a fraction, from a tenth of one to a day.
