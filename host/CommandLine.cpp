@@ -108,7 +108,7 @@ CLI::App& addServe(CLI::App& app, Values& values) {
    command.add_option("--mode", values.mode, "permissions of the socket (0600)")->type_name("OCTAL");
    command
          .add_option("--client-timeout", values.clientTimeout,
-                     "a client that takes nothing of its answer for so long is cut off (30)")
+                     "how long a client may stand still, in a request, an answer or a fed line (30)")
          ->type_name("SECONDS");
    command.add_option("--max-clients", values.maxClients, "connections at once (64)")->type_name("N");
    return command;
