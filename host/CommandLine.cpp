@@ -178,13 +178,19 @@ std::vector<std::string> reversed(std::vector<std::string> words) {
    return words;
 }
 
-} // namespace
+// The program and the command that the line has come to: "lershow state check".
+std::string commandOf(CLI::App const& app) {
+   std::string words = app.get_name();
+   for (CLI::App const* command = &app; !command->get_subcommands().empty();) {
+      command = command->get_subcommands().front();
+      words += ' ' + command->get_name();
+   }
+   return words;
+}
 
-Request parseCommandLine(std::vector<std::string> const& words) {
+// The complaints are without their end, which tells where help is.
+Request readRequest(CLI::App& app, std::vector<std::string> const& words) {
    Values values;
-   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file, or from a "
-                "router that is served.",
-                "lershow");
    app.set_help_flag("--help", "Print this and end");
    app.set_version_flag("--version", "lershow " LER_VERSION);
    app.require_subcommand(1);
@@ -253,6 +259,19 @@ Request parseCommandLine(std::vector<std::string> const& words) {
                           readNumber("--seed", values.seed, 0, std::numeric_limits<std::uint64_t>::max()),
                           readShare("--damage", values.damage)};
    return CheckRequest{readFileName("FILE", values.stateFile)};
+}
+
+} // namespace
+
+Request parseCommandLine(std::vector<std::string> const& words) {
+   CLI::App app("Shows the tunnels and the status of an RSVP-TE label edge router from a state file, or from a "
+                "router that is served.",
+                "lershow");
+   try {
+      return readRequest(app, words);
+   } catch (UsageError const& error) {
+      throw UsageError(std::string(error.what()) + "; see " + commandOf(app) + " --help");
+   }
 }
 
 } // namespace Host

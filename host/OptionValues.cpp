@@ -27,7 +27,7 @@ bool readWhole(std::string const& text, Number& number, Form... form) {
 } // namespace
 
 void failUsage(std::string const& message) {
-   throw UsageError(inOneLine(message) + "; see lershow --help");
+   throw UsageError(inOneLine(message));
 }
 
 std::string readFileName(char const* option, std::optional<std::string> const& name) {

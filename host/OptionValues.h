@@ -9,7 +9,7 @@
 
 namespace Host {
 
-// Throws UsageError with the message in one line, and where help is.
+// Throws UsageError with the message in one line.
 [[noreturn]] void failUsage(std::string const& message);
 
 // Empty only when none is named.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,7 @@ TEST(CommandLine, viewsThatExcludeEachOther) {
       }
       bool const allowed = words.size() <= 2 || mask == 0b1100;
       std::string const error =
-            "give one view instead of " + list + " (only --detail goes with --history); see lershow --help";
+            "give one view instead of " + list + " (only --detail goes with --history); see lershow tunnel --help";
       EXPECT_EQ(usageError(words), allowed ? "" : error);
       words.push_back("--sub-tunnel");
       EXPECT_EQ(usageError(words), allowed ? "" : error);
@@ -161,6 +162,17 @@ TEST(CommandLine, helpAndVersion) {
       EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
+// The program and the command that the words lead to, whose help a complaint names.
+std::string commandOf(Words const& words) {
+   std::set<std::string> const commands{
+         "lershow tunnel",      "lershow status",       "lershow serve",  "lershow state", "lershow state check",
+         "lershow state synth", "lershow state sample", "lershow schema", "lershow trace", "lershow trace dump"};
+   std::string command = "lershow";
+   for (std::string const& word : words)
+      command += commands.contains(command + ' ' + word) ? ' ' + word : "";
+   return command;
+}
+
 struct ErrorRow {
    Words words;
    std::string message; // without its end
@@ -228,7 +240,7 @@ TEST(CommandLine, errors) {
                "--client-timeout takes seconds from 0.1 to 86400, not '0'"},
               {{"serve", "--socket", "s", "--json"}, "the following argument was not expected: --json"},
         })
-      EXPECT_EQ(usageError(row.words), row.message + "; see lershow --help");
+      EXPECT_EQ(usageError(row.words), row.message + "; see " + commandOf(row.words) + " --help");
 }
 
 } // namespace

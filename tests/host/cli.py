@@ -43,20 +43,19 @@ class CommandLine(unittest.TestCase):
             self.assertIn("Usage: lershow", out)
 
     def test_usage_errors(self):
-        end = "; see lershow --help\n"
-        for words, message in (
-                ([], "give a command: tunnel, status, serve, state, trace or schema"),
-                (["show"], "there is no command 'show', only tunnel, status, serve, state, trace and schema"),
+        for words, message, command in (
+                ([], "give a command: tunnel, status, serve, state, trace or schema", "lershow"),
+                (["show"], "there is no command 'show', only tunnel, status, serve, state, trace and schema", "lershow"),
                 (["tunnel", "--summary", "--history"],
-                 "give one view instead of --summary, --history (only --detail goes with --history)"),
-                (["tunnel", "a", "b"], "the following argument was not expected: b"),
-                (["status", "--format", "yaml"], "--format takes text or json, not 'yaml'"),
-                (["state", "check"], "FILE is required"),
-                (["schema"], "schema takes tunnel or status"),
-                (["schema", "state"], "schema takes tunnel or status"),
+                 "give one view instead of --summary, --history (only --detail goes with --history)", "lershow tunnel"),
+                (["tunnel", "a", "b"], "the following argument was not expected: b", "lershow tunnel"),
+                (["status", "--format", "yaml"], "--format takes text or json, not 'yaml'", "lershow status"),
+                (["state", "check"], "FILE is required", "lershow state check"),
+                (["schema"], "schema takes tunnel or status", "lershow schema"),
+                (["schema", "state"], "schema takes tunnel or status", "lershow schema"),
         ):
             with self.subTest(words):
-                self.assertEqual(lershow(*words), (2, "", "lershow: " + message + end))
+                self.assertEqual(lershow(*words), (2, "", f"lershow: {message}; see {command} --help\n"))
 
     def test_usage_is_judged_before_the_state_is_read(self):
         self.assertEqual(lershow("tunnel", "--lsp", "--detail", "--state", "/nonexistent")[0], 2)

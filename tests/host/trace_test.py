@@ -178,21 +178,22 @@ class Faults(Trace):
         self.assertEqual(list(self.directory.iterdir()), [])
 
     def test_usage(self):
-        for words, message in ((["status", "--trace"], "--trace: 1 required FILE missing"),
-                               (["status", "--trace", ""], "--trace takes the name of a file"),
-                               (["--trace", self.file, "state", "sample"],
-                                "--trace and --trace-text go with tunnel and status"),
-                               (["--trace-text", "trace", "dump", self.file],
-                                "--trace and --trace-text go with tunnel and status"),
-                               (["--trace", self.file], "give a command: tunnel, status, serve, state, trace or schema"),
-                               (["--trace", self.file, "show"],
-                                "there is no command 'show', only tunnel, status, serve, state, trace and schema"),
-                               (["trace"], "trace takes dump"),
-                               (["trace", "show"], "trace takes dump"),
-                               (["trace", "dump"], "FILE is required"),
-                               (["trace", "dump", ""], "FILE takes the name of a file")):
+        beside = "--trace and --trace-text go with tunnel and status"
+        for words, message, command in (
+                (["status", "--trace"], "--trace: 1 required FILE missing", "lershow status"),
+                (["status", "--trace", ""], "--trace takes the name of a file", "lershow status"),
+                (["--trace", self.file, "state", "sample"], beside, "lershow state sample"),
+                (["--trace-text", "trace", "dump", self.file], beside, "lershow trace dump"),
+                (["--trace", self.file], "give a command: tunnel, status, serve, state, trace or schema", "lershow"),
+                (["--trace", self.file, "show"],
+                 "there is no command 'show', only tunnel, status, serve, state, trace and schema", "lershow"),
+                (["trace"], "trace takes dump", "lershow trace"),
+                (["trace", "show"], "trace takes dump", "lershow trace"),
+                (["trace", "dump"], "FILE is required", "lershow trace dump"),
+                (["trace", "dump", ""], "FILE takes the name of a file", "lershow trace dump"),
+        ):
             with self.subTest(words):
-                self.assertEqual(lershow(*words), (2, b"", f"lershow: {message}; see lershow --help\n"))
+                self.assertEqual(lershow(*words), (2, b"", f"lershow: {message}; see {command} --help\n"))
         self.assertEqual(list(self.directory.iterdir()), [])
 
     def test_a_file_that_cannot_be_read(self):
