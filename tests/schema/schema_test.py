@@ -6,7 +6,6 @@ usage: schema_test.py PATH_OF_LERSHOW [STATES]; STATES generated states are show
 import json
 import os
 import re
-import shutil
 import subprocess
 import sys
 import unittest
@@ -171,36 +170,6 @@ class Generated(unittest.TestCase):
         for words, text in generated_documents(STATES):
             name = "status" if "status" in words else "tunnel"
             self.assertEqual(SCHEMAS[name].errors(json.loads(text)), [], words)
-
-
-def find_ajv():
-    """The module of ajv for this draft, None without it."""
-    if shutil.which("node") is None or shutil.which("npm") is None:
-        return None
-    root = os.environ.get("AJV_ROOT") or subprocess.run(["npm", "root", "-g"], stdout=subprocess.PIPE, text=True,
-                                                        check=False).stdout.strip()
-    module = os.path.join(root, "ajv/dist/2020.js")
-    return module if os.path.exists(module) else None
-
-
-@unittest.skipUnless(find_ajv(), "ajv of npm isn't installed (npm install -g ajv)")
-class Ajv(unittest.TestCase):
-    def run_ajv(self, name, texts):
-        done = subprocess.run(["node", ROOT / "tests/schema/ajv.mjs", find_ajv(), file_of(name)], input="".join(texts),
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=300)
-        return done.returncode, done.stdout + done.stderr
-
-    def test_agrees(self):
-        texts = {name: [text for _, text in golden_documents(name)] for name in NAMES}
-        for words, text in generated_documents(STATES):
-            texts["status" if "status" in words else "tunnel"].append(text)
-        for name in NAMES:
-            self.assertEqual(self.run_ajv(name, texts[name]), (0, ""))
-
-    def test_refuses(self):
-        status, printed = self.run_ajv("status", ['{"localIntf":"lo0"}\n'])
-        self.assertEqual(status, 1, printed)
-        self.assertTrue(re.search("required property", printed), printed)
 
 
 if __name__ == "__main__":
