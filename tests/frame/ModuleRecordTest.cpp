@@ -1,6 +1,7 @@
 #include "RsvpLer/frame/ModuleRecord.h"
 
 #include "RsvpLer/RsvpLerCliCapi.h"
+#include "tests/frame/VariantNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -144,23 +145,8 @@ TEST(ModuleRecord, everyReferenceIsUsedAndEveryDependencyReferredTo) {
 }
 
 TEST(ModuleRecord, variantMembers) {
-   char const* const names[] = {
-         "showTunnelP2p",
-         "showTunnelDetailP2p",
-         "showTunnelLspP2p",
-         "showTunnelSummaryP2p",
-         "showTunnelSubTunnelSummaryP2p",
-         "showTunnelHistoryP2p",
-         "showTunnelHistoryDetailP2p",
-         "showTunnelP2mp",
-         "showTunnelDetailP2mp",
-         "showTunnelLspP2mp",
-         "showTunnelSummaryP2mp",
-         "showTunnelHistoryP2mp",
-         "showTunnelHistoryDetailP2mp",
-   };
    std::vector<std::string> expected;
-   for (char const* name : names)
+   for (char const* name : Tests::variantNames)
       expected.push_back(std::to_string(expected.size()) + " enumerator " + name +
                          ": enum Rsvp::Cli::ShowTunnelVariant");
    EXPECT_THAT(membersOf(record.types[0]), ElementsAreArray(expected));

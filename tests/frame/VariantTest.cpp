@@ -1,4 +1,5 @@
 #include "brindle/Exception.h"
+#include "tests/frame/VariantNames.h"
 #include "tests/support/Answer.h"
 #include "tests/support/Router.h"
 
@@ -12,36 +13,16 @@ using namespace Rsvp;
 using namespace Tests;
 using Cli::ShowTunnelVariant;
 
-namespace {
-
-char const* const names[] = {
-      "showTunnelP2p",
-      "showTunnelDetailP2p",
-      "showTunnelLspP2p",
-      "showTunnelSummaryP2p",
-      "showTunnelSubTunnelSummaryP2p",
-      "showTunnelHistoryP2p",
-      "showTunnelHistoryDetailP2p",
-      "showTunnelP2mp",
-      "showTunnelDetailP2mp",
-      "showTunnelLspP2mp",
-      "showTunnelSummaryP2mp",
-      "showTunnelHistoryP2mp",
-      "showTunnelHistoryDetailP2mp",
-};
-
-} // namespace
-
 TEST(Variant, namesBothWays) {
-   for (std::uint8_t number = 0; number < std::size(names); ++number) {
+   for (std::uint8_t number = 0; number < std::size(variantNames); ++number) {
       auto const variant = static_cast<ShowTunnelVariant>(number);
-      EXPECT_EQ(Cli::stringValue(variant), names[number]);
+      EXPECT_EQ(Cli::stringValue(variant), variantNames[number]);
       std::ostringstream out;
       out << variant;
-      EXPECT_EQ(out.str(), names[number]);
-      EXPECT_EQ(Cli::sequenceToValue(names[number]), variant);
+      EXPECT_EQ(out.str(), variantNames[number]);
+      EXPECT_EQ(Cli::sequenceToValue(variantNames[number]), variant);
       EXPECT_EQ(Cli::ShowTunnelVariantInstance(number).value(), variant);
-      EXPECT_EQ(Cli::ShowTunnelVariantInstance(std::string_view(names[number])).value(), variant);
+      EXPECT_EQ(Cli::ShowTunnelVariantInstance(std::string_view(variantNames[number])).value(), variant);
    }
 }
 
