@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 using namespace Rsvp;
 using namespace Rsvp::Cli;
 using namespace Tests;
@@ -124,6 +127,22 @@ TEST_F(SubTunnels, listedByNumberInTheTable) {
    std::string const members(attributes);
    EXPECT_EQ(listing(jsonFormat, variant),
              R"("1":{)" + members + R"(},"2":{)" + members + R"(},"10":{)" + members + "}");
+}
+
+// The number decides only between sub-tunnels of one name and source.
+TEST_F(SubTunnels, listedByTheWholeKey) {
+   auto const given = Brindle::makeNode<RsvpLerSubTunnelStatusColl>();
+   for (RsvpLerSubTunnelConfigId const& id :
+        {RsvpLerSubTunnelConfigId{tunnelId("tun2"), 1}, RsvpLerSubTunnelConfigId{tunnelId("tun1"), 3},
+         RsvpLerSubTunnelConfigId{tunnelId("tun1", RsvpLerTunnelSource::mvpn), 2},
+         RsvpLerSubTunnelConfigId{tunnelId("tun10"), 4}})
+      given->set(id, Brindle::makeNode<RsvpLerSubTunnelStatus>());
+   std::string const shown =
+         listing(jsonFormat, ShowTunnelVariant::showTunnelSubTunnelSummaryP2p, superTunnelStatus(), given);
+   std::vector<std::size_t> const places = {shown.find(R"("3":{)"), shown.find(R"("2":{)"), shown.find(R"("4":{)"),
+                                            shown.find(R"("1":{)")};
+   EXPECT_TRUE(std::is_sorted(places.begin(), places.end())) << shown;
+   EXPECT_NE(places.back(), std::string::npos) << shown;
 }
 
 TEST_F(SubTunnels, tableIsSizedBeforeItsHeader) {

@@ -159,15 +159,16 @@ TEST(Listing, aMissingTableSilencesEveryTunnelAndKeepsTheFrame) {
    struct {
       char const* name;
       Take take;
+      bool sized; // the summary's columns are as wide as the row would want them, whose state is "unknown"
    } const rows[] = {
-         {"rsvpLerStatus", [](Router& r) { r.status = nullptr; }},
-         {"superTunnelStatusColl", [](Router& r) { r.status->superTunnelStatusColl.set({}); }},
-         {"subTunnelStatusCollTable", [](Router& r) { r.status->subTunnelStatusCollTable.set({}); }},
-         {"tunnelSpecColl", [](Router& r) { r.status->tunnelSpecColl.set({}); }},
-         {"bwSamplingStatusColl", [](Router& r) { r.status->bwSamplingStatusColl.set({}); }},
-         {"tunnelIndexMap", [](Router& r) { r.status->tunnelIndexMap.set({}); }},
-         {"autoBwConfig", [](Router& r) { r.fathomStatus->autoBwConfig.set({}); }},
-         {"autoBwStats", [](Router& r) { r.status->autoBwStats.set({}); }},
+         {"rsvpLerStatus", [](Router& r) { r.status = nullptr; }, false},
+         {"superTunnelStatusColl", [](Router& r) { r.status->superTunnelStatusColl.set({}); }, false},
+         {"subTunnelStatusCollTable", [](Router& r) { r.status->subTunnelStatusCollTable.set({}); }, false},
+         {"tunnelSpecColl", [](Router& r) { r.status->tunnelSpecColl.set({}); }, true},
+         {"bwSamplingStatusColl", [](Router& r) { r.status->bwSamplingStatusColl.set({}); }, true},
+         {"tunnelIndexMap", [](Router& r) { r.status->tunnelIndexMap.set({}); }, true},
+         {"autoBwConfig", [](Router& r) { r.fathomStatus->autoBwConfig.set({}); }, true},
+         {"autoBwStats", [](Router& r) { r.status->autoBwStats.set({}); }, true},
    };
    for (auto const& test : rows) {
       Router router;
@@ -176,6 +177,11 @@ TEST(Listing, aMissingTableSilencesEveryTunnelAndKeepsTheFrame) {
       test.take(router);
       EXPECT_EQ(tunnelAnswer(*router.tunnelCommand(), jsonFormat), "{\"tunnels\":{}}\n") << test.name;
       EXPECT_EQ(tunnelAnswer(*router.tunnelCommand(), textFormat), "") << test.name;
+      std::string heading(p2pHeading);
+      if (test.sized)
+         heading.insert(heading.rfind("-----"), "--");
+      EXPECT_EQ(tunnelAnswer(*router.tunnelCommand(), textFormat, {.summary = true}), heading + p2mpHeading)
+            << test.name;
    }
    // The index map of sub-tunnels is not among them.
    Router router;

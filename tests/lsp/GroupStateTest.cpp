@@ -157,6 +157,26 @@ TEST(GroupState, TreesAndPathsFindTheInstancesGroupsDifferently) {
    }
 }
 
+// An instance that replaces itself counts as being replaced: both its groups are there.
+TEST(GroupState, OfAnInstanceThatIsActiveAndPending) {
+   Router router = twoPathRouter();
+   addGroup(router, requestId("t", 1));
+   Shown const expected{"      State: up, in use, re-establishing\n", R"("state":"up","mbb":true,"inUse":true)"};
+   EXPECT_EQ(shown(router,
+                   [](auto const& command, auto* renderer) {
+                      command.renderLspGroupState(renderer, command.getLspGroupStatus(groupId("t")), mbbId("t", 1),
+                                                  mbbId("t", 1), groupId("t"), 0, false, true, true);
+                   }),
+             expected);
+   EXPECT_EQ(shown(router,
+                   [](auto const& command, auto* renderer) {
+                      auto const instance = command.getMbbTunnelStatus(mbbId("t", 1));
+                      command.renderP2mpTreeState(renderer, instance, instance, command.getLspGroupStatus(groupId("t")),
+                                                  true);
+                   }),
+             expected);
+}
+
 TEST(GroupState, OfATreeNeedsTheActiveInstance) {
    Router router = twoPathRouter();
    addGroup(router, requestId("t", 1));

@@ -250,6 +250,32 @@ TEST(LspBlock, ASecondaryPathInUse) {
                                              blockJson("2", southJson, upInUse, "dynamic", "10.1.1.2") + "]"}));
 }
 
+TEST(LspBlock, EveryGroupBut0IsOnTheSecondaryPath) {
+   Router router = twoPathRouter();
+   for (std::uint8_t const group : {std::uint8_t{2}, std::uint8_t{255}}) {
+      addLsp(router, requestId("t", 1, group), group, {"10.1.1.2"});
+      addGroup(router, requestId("t", 1, group));
+   }
+   EXPECT_EQ(shownLsps(router), (Shown{blockText("LSP 2", southText, "up", "dynamic", "10.1.1.2") +
+                                             blockText("LSP 255", southText, "up", "dynamic", "10.1.1.2"),
+                                       R"("lsps":[)" + blockJson("2", southJson, up, "dynamic", "10.1.1.2") + "," +
+                                             blockJson("255", southJson, up, "dynamic", "10.1.1.2") + "]"}));
+}
+
+// The request that a group lacks is looked up like any other. A block stands for it where the records are, strange as
+// they may be.
+TEST(LspBlock, OfTheDefaultRequest) {
+   Router router = oneLspRouter();
+   addLsp(router, requestId("t", 1), 7, {"10.1.1.2"});
+   router.subTunnelConfig({}, [](auto& record) { record.primaryPathSpecId = pathSpecId("north"); });
+   addGroup(router, {});
+   addLsp(router, {}, 8, {"10.2.1.2"});
+   EXPECT_EQ(shownLsps(router), (Shown{blockText("LSP 7", northText, "up, in use", "explicit", "10.1.1.2") +
+                                             blockText("LSP 8", northText, "up", "explicit", "10.2.1.2"),
+                                       R"("lsps":[)" + blockJson("7", northJson, upInUse, "explicit", "10.1.1.2") +
+                                             "," + blockJson("8", northJson, up, "explicit", "10.2.1.2") + "]"}));
+}
+
 struct P2mpRow {
    char const* name;
    std::uint8_t sessionType;
@@ -264,6 +290,7 @@ TEST(LspBlock, OfAP2mpTunnel) {
          {"P2MP", 1, 0, "north", "explicit"},
          {"every type but 0 is P2MP", 200, 0, "north", "explicit"},
          {"another group takes the secondary path, and doesn't say so", 1, 1, "south", "dynamic"},
+         {"whatever its number", 1, 9, "south", "dynamic"},
    };
    for (auto const& row : rows) {
       SCOPED_TRACE(row.name);

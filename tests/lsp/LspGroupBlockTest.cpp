@@ -146,6 +146,27 @@ TEST(LspGroupBlock, PathsOfATunnel) {
              router.status->tunnelSpecColl.set(nullptr);
           },
           "   Primary path: not specified\n", R"("secondaryPaths":[])", "   Primary path: not specified\n"},
+         {"no path configured, paths asked for by their source alone",
+          [](Router& router) {
+             router.status->pathSpecConfigColl.get()->clear();
+             router.tunnelSpec(tunnelId("t"), [](auto& record) {
+                record.primaryPathSpecId = pathSpecId("");
+                record.secondaryPathSpecId = pathSpecId("");
+             });
+          },
+          "   Primary path:  (not configured)\n   Secondary path:  (not configured)\n", R"("secondaryPaths":[])",
+          "   Primary path:  (not configured)\n   Secondary path:  (not configured)\n"},
+         {"no path configured, paths asked for by their name alone",
+          [](Router& router) {
+             router.status->pathSpecConfigColl.get()->clear();
+             router.tunnelSpec(tunnelId("t"), [](auto& record) {
+                record.primaryPathSpecId.name = Fathom::String("east");
+                record.secondaryPathSpecId.name = Fathom::String("west");
+             });
+          },
+          "   Primary path: east (not configured)\n   Secondary path: west (not configured)\n",
+          R"("secondaryPaths":[])",
+          "   Primary path: east (not configured)\n   Secondary path: west (not configured)\n"},
          {"the names of the lines are those asked for",
           [](Router& router) {
              router.status->pathSpecConfigColl.get()->clear();

@@ -142,6 +142,14 @@ TEST(LspIds, OfOneInstance) {
              addGroup(router, requestId("t", 1, 0));
           },
           {Id(8), Id(2)}},
+         {"of groups of any number",
+          [](Router& router) {
+             for (std::uint8_t const group : {std::uint8_t{9}, std::uint8_t{255}}) {
+                addLsp(router, requestId("t", 1, group), group, {});
+                addGroup(router, requestId("t", 1, group));
+             }
+          },
+          {Id(9), Id(255)}},
          {"another instance's",
           [](Router& router) {
              addLsp(router, requestId("t", 1, 0, 2), 5, {});

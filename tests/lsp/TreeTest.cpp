@@ -128,6 +128,22 @@ TEST(Tree, WithoutAConfiguredSpecification) {
    expectEverywhere(router, {"   Active tree: not specified\n", ""});
 }
 
+// A specification is one by its name or by its source.
+TEST(Tree, OfASpecificationWithoutAName) {
+   Router router = twoPathRouter();
+   router.pathSpecConfig(pathSpecId(""), RsvpLerPathSpecType::dynamicPath);
+   expectEverywhere(router,
+                    {"   Active tree: \n      State: unknown\n      Leaves (dynamic):\n",
+                     R"("primaryTree":{"specName":"","state":"unknown","mbb":false,"inUse":false,)"
+                     R"("treeErrors":[],"specType":"dynamic","treeLeaves":{}})"},
+                    pathSpecId(""));
+   router.status->pathSpecConfigColl.get()->clear();
+   router.tunnelSpec(tunnelId("t"), [](auto& record) { record.primaryPathSpecId = pathSpecId(""); });
+   expectEverywhere(router, {"   Active tree:  (not configured)\n", ""}, pathSpecId(""));
+   router.tunnelSpec(tunnelId("t"), [](auto& record) { record.primaryPathSpecId.name = Fathom::String("east"); });
+   expectEverywhere(router, {"   Active tree: east (not configured)\n", ""}, {Fathom::String("east"), {}});
+}
+
 TEST(Tree, AnInstanceThatIsNoneHasNoNameToMiss) {
    Router router = twoPathRouter();
    router.tunnelSpec({}, [](auto& record) { record.primaryPathSpecId = pathSpecId("north"); });
