@@ -27,7 +27,7 @@ struct LerCounts {
    std::uint32_t p2mpSubLspUpCount = 0;
 };
 
-// One walk over the tables of the command object. A missing table leaves its counts at 0.
+// Walks over the tables of the command object. A missing table leaves its counts at 0.
 LerCounts countLer(ShowRsvpLer const& command);
 
 } // namespace Rsvp::Cli

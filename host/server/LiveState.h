@@ -21,7 +21,7 @@ public:
    // Handles on the state of this moment. Its tables go on changing while they are held; a state that is replaced as a
    // whole stays as it was.
    RouterState current() const;
-   // Applies a change whole, or, when memory runs out, not at all, and throws std::bad_alloc.
+   // Applies a change whole, or, when memory runs out, not at all, and throws std::bad_alloc (but for Vane::retire).
    void apply(Change const& change);
 
 private:

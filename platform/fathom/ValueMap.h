@@ -69,7 +69,8 @@ private:
 };
 
 // A map of the shared state from keys to plain values, for one writer and any number of readers at once.
-// Readers never wait, and get the value copied out. A slot that holds nothing reads as the default value.
+// Readers never wait, but for each other where one reports a damaged slot, and get the value copied out. A slot that
+// holds nothing reads as the default value.
 template<class Key, class Value>
 class FathomValueMap : public FathomValueMapBase {
    using Wrapper = VaneFathom::VaneFathomValueMapValueWrapper<Value>;

@@ -112,7 +112,7 @@ std::size_t collectOnce() noexcept {
    return free.size();
 }
 
-// From its destruction on every retirement collects at once.
+// From its destruction on every retirement collects at once, but for those that a disposer makes.
 struct ProcessExit {
    ~ProcessExit() {
       {

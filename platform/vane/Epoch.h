@@ -29,8 +29,8 @@ void withdrawPin() noexcept;
 } // namespace Impl
 
 // While a thread has a pin, nothing that it can reach from then on is disposed of. Pins nest; all but the
-// outermost cost a count. Taking a pin never waits. A pin belongs to the thread that took it and must be
-// dropped by it.
+// outermost cost a count. Taking a pin never waits; the first of a thread may need memory, and ends the process where
+// there is none. A pin belongs to the thread that took it and must be dropped by it.
 class Pin {
 public:
    Pin() noexcept {
@@ -105,8 +105,8 @@ void retireObject(T const* object) noexcept {
    retire(object, [](void const* dead) noexcept { delete static_cast<T const*>(dead); });
 }
 
-// Disposes now of everything that no pin holds back. Returns the number of objects; 0 inside a disposer. What
-// is still retired when the process ends is disposed of then.
+// Disposes now of everything that no pin holds back. Returns the number of objects; 0 inside a disposer. Ends the
+// process when memory for the list of them runs out. What is still retired when the process ends is disposed of then.
 std::size_t collectRetired() noexcept;
 
 // The number of objects that wait for their disposal.
