@@ -22,8 +22,8 @@
 namespace Rsvp {
 
 struct RsvpLerMbbTunnelStatus : Brindle::Node {
-   RsvpLerLspGroupId activeLspGroupId; // carries the traffic of this instance; the default means none
    RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
+   RsvpLerLspGroupId activeLspGroupId; // carries the traffic of this instance; the default means none
 };
 
 struct RsvpLerMbbTunnelConfig : Brindle::Node {

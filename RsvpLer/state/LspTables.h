@@ -36,8 +36,7 @@ struct RsvpLerMbbTunnelStatusCollTable : CollTable<RsvpLerSubTunnelConfigId, Rsv
    }
 };
 
-// The groups of one instance, in the order of their keys. Walked with Vane::orderedWalk, which survives changes on the
-// way.
+// The groups of one instance, in the order of their keys. Its walks survive changes on the way.
 struct RsvpLerLspGroupStatusCollForTunnel
       : Brindle::Node,
         Vane::OrderedColl<RsvpLerLspGroupId, Brindle::Ptr<RsvpLerLspGroupStatus const>> {};

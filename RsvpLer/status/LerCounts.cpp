@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <span>
 #include <utility>
 
@@ -16,18 +15,22 @@ bool isUp(RsvpLerLspGroupState state) {
    return state == RsvpLerLspGroupState::up || state == RsvpLerLspGroupState::upVerified;
 }
 
+// Asks the memory for what the walk of a collection reads first.
+constexpr auto aheadOfAll = [](auto const& coll) { coll.prefetch(); };
+
 void countConfiguredTunnels(Handle<RsvpLerSuperTunnelConfigColl> const& configs, LerCounts& counts) {
    if (!configs)
       return;
-   configs->walk([&](RsvpLerTunnelSpecId const&, Handle<RsvpLerSuperTunnelConfig> const& config) {
-      if (config->sessionType != RsvpSessionType::p2p) {
+   auto const ahead = [](RsvpLerSuperTunnelConfig const& config) { __builtin_prefetch(&config.secondaryPathSpecId); };
+   configs->inspectAll(ahead, [&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelConfig const& config) {
+      if (config.sessionType != RsvpSessionType::p2p) {
          ++counts.p2mpTunnelCount;
          return;
       }
       ++counts.tunnelCount;
-      if (config->secondaryPathSpecId != RsvpLerPathSpecId())
+      if (config.secondaryPathSpecId != RsvpLerPathSpecId())
          ++counts.tunnelSecondaryEnabledCount;
-      if (config->splitBwEnabled)
+      if (config.splitBwEnabled)
          ++counts.splitBwTunnelCount;
    });
 }
@@ -35,17 +38,18 @@ void countConfiguredTunnels(Handle<RsvpLerSuperTunnelConfigColl> const& configs,
 void countTunnelsUp(Handle<RsvpLerSuperTunnelStatusColl> const& statuses, LerCounts& counts) {
    if (!statuses)
       return;
-   statuses->walk([&](RsvpLerTunnelSpecId const&, Handle<RsvpLerSuperTunnelStatus> const& status) {
-      if (status->state == RsvpLerTunnelState::up)
-         ++(status->isP2mp ? counts.p2mpTunnelUpCount : counts.tunnelUpCount);
+   auto const ahead = [](RsvpLerSuperTunnelStatus const& status) { __builtin_prefetch(&status.state); };
+   statuses->inspectAll(ahead, [&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelStatus const& status) {
+      if (status.state == RsvpLerTunnelState::up)
+         ++(status.isP2mp ? counts.p2mpTunnelUpCount : counts.tunnelUpCount);
    });
 }
 
 void countSubTunnels(Handle<RsvpLerSubTunnelConfigCollTable> const& table, LerCounts& counts) {
    if (!table)
       return;
-   table->walk([&](RsvpLerTunnelSpecId const&, auto const& coll) {
-      coll->walk([&](RsvpLerSubTunnelConfigId const& id, Handle<RsvpLerSubTunnelConfig> const&) {
+   table->inspectAll(aheadOfAll, [&](RsvpLerTunnelSpecId const&, RsvpLerSubTunnelConfigColl const& coll) {
+      coll.inspectAll([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelConfig const&) {
          if (id.isSplit())
             ++counts.subTunnelCount;
       });
@@ -55,35 +59,58 @@ void countSubTunnels(Handle<RsvpLerSubTunnelConfigCollTable> const& table, LerCo
 void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, LerCounts& counts) {
    if (!table)
       return;
-   table->walk([&](RsvpLerTunnelSpecId const&, auto const& coll) {
-      coll->walk([&](RsvpLerSubTunnelConfigId const& id, Handle<RsvpLerSubTunnelStatus> const& status) {
-         if (id.isSplit() && status->state == RsvpLerTunnelState::up)
+   table->inspectAll(aheadOfAll, [&](RsvpLerTunnelSpecId const&, RsvpLerSubTunnelStatusColl const& coll) {
+      coll.inspectAll([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus const& status) {
+         if (id.isSplit() && status.state == RsvpLerTunnelState::up)
             ++counts.subTunnelUpCount;
       });
    });
 }
 
+// Gathers items until they are so many that it pays to ask the memory for what each step with them will read, for all
+// of them before the first.
+template<class Item>
+class Batch {
+public:
+   // Returns whether it is full now.
+   bool add(Item const& item) {
+      items_[size_++] = item;
+      return size_ == items_.size();
+   }
+   // What has been gathered since the last time. It stays until the next item is added.
+   std::span<Item> take() { return {items_.data(), std::exchange(size_, 0)}; }
+
+private:
+   std::array<Item, 32> items_;
+   std::size_t size_ = 0;
+};
+
 // Whether a group carries the traffic of its instance.
 struct SecondaryInUse {
-   RsvpLerMbbTunnelConfigId const& mbbId;
-   RsvpLerLspGroupId const& groupKey;
+   RsvpLerMbbTunnelConfigId const* mbbId;
+   RsvpLerLspGroupId const* groupKey;
 
-   auto const& parent() const noexcept { return mbbId.subTunnelConfigId; }
-   auto const& key() const noexcept { return mbbId; }
-   static void prefetchMore(RsvpLerMbbTunnelStatus const&) noexcept {}
+   auto const& parent() const noexcept { return mbbId->subTunnelConfigId; }
+   auto const& key() const noexcept { return *mbbId; }
+   static void lookAhead(RsvpLerMbbTunnelStatus const& status) noexcept {
+      __builtin_prefetch(&status.activeLspGroupId);
+      __builtin_prefetch(&status.activeLspGroupId.groupId);
+   }
+   static void lookFurtherAhead(RsvpLerMbbTunnelStatus const&) noexcept {}
    void count(RsvpLerMbbTunnelStatus const& status, LerCounts& counts) const {
-      if (status.activeLspGroupId == groupKey)
+      if (status.activeLspGroupId == *groupKey)
          ++(parent().isSplit() ? counts.subTunnelSecondaryInUseCount : counts.tunnelSecondaryInUseCount);
    }
 };
 
 // How the sub-LSPs of a P2MP request do.
 struct SubLspsOfRequest {
-   RsvpLerLspRequestConfigId const& id;
+   RsvpLerLspRequestConfigId const* id;
 
-   auto const& parent() const noexcept { return id.lspGroupId; }
-   auto const& key() const noexcept { return id; }
-   static void prefetchMore(RsvpLerLspRequestStatus const& status) noexcept {
+   auto const& parent() const noexcept { return id->lspGroupId; }
+   auto const& key() const noexcept { return *id; }
+   static void lookAhead(RsvpLerLspRequestStatus const& status) noexcept { __builtin_prefetch(&status.subLspState); }
+   static void lookFurtherAhead(RsvpLerLspRequestStatus const& status) noexcept {
       if (!status.subLspState.empty())
          __builtin_prefetch(&*status.subLspState.begin());
    }
@@ -96,9 +123,7 @@ struct SubLspsOfRequest {
    }
 };
 
-// Questions to another table of tables than the one that is walked, where the records lie far from each other. It
-// gathers many and takes each step to the records for all of them, so that it waits for the memory once and not for
-// each.
+// Questions to another table of tables than the one that is walked, where the records lie far from each other.
 template<class Question, class Table>
 class Questions {
 public:
@@ -107,48 +132,44 @@ public:
 
    // What the question refers to has to stay where it is until the answers are there.
    void add(Question const& question) {
-      if (!table_)
-         return;
-      table_->prefetchCell(question.parent());
-      steps_[size_++].question.emplace(question);
-      if (size_ == steps_.size())
+      if (table_ && steps_.add({question, nullptr, nullptr}))
          answer();
    }
    void answer() {
-      std::span const steps(steps_.data(), std::exchange(size_, 0));
+      std::span<Step> const steps = steps_.take();
       for (Step const& step : steps)
-         table_->prefetchSlot(step.question->parent());
+         table_->prefetchCell(step.question.parent());
+      for (Step const& step : steps)
+         table_->prefetchSlot(step.question.parent());
       for (Step& step : steps) {
-         step.coll = table_->peek(step.question->parent());
+         step.coll = table_->peek(step.question.parent());
          if (step.coll != nullptr)
-            step.coll->prefetchOnlyObject();
+            step.coll->lookAheadToOnly(&Question::lookAhead);
       }
       for (Step& step : steps) {
-         step.record = step.coll != nullptr ? step.coll->peek(step.question->key()) : nullptr;
+         step.record = step.coll != nullptr ? step.coll->peek(step.question.key()) : nullptr;
          if (step.record != nullptr)
-            Question::prefetchMore(*step.record);
+            Question::lookFurtherAhead(*step.record);
       }
       for (Step const& step : steps) {
          if (step.record != nullptr)
-            step.question->count(*step.record, counts_);
+            step.question.count(*step.record, counts_);
       }
    }
 
 private:
    struct Step {
-      std::optional<Question> question;
+      Question question;
       typename Table::Object const* coll;
       typename Table::Object::Object const* record;
    };
 
-   Vane::Pin pin_;
    Handle<Table> table_;
    LerCounts& counts_;
-   std::array<Step, 32> steps_;
-   std::size_t size_ = 0;
+   Batch<Step> steps_;
 };
 
-// Counts the LSPs, which stand in the groups.
+// Counts the LSPs, which stand in the groups. Under a pin of the caller's.
 class LspCounter {
 public:
    LspCounter(ShowRsvpLer const& command, LerCounts& counts)
@@ -158,39 +179,54 @@ public:
    void countAll() {
       if (!groupTable_ || !mbbTable_)
          return;
-      groupTable_->walk([&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
-         groups->inspectAll([&](RsvpLerLspGroupId const& groupKey, Handle<RsvpLerLspGroupStatus> const& group) {
-            countGroup(mbbId, groupKey, *group);
+      groupTable_->inspectAll(aheadOfAll, [&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
+         mbbId.subTunnelConfigId.tunnelSpecId.name.prefetch(); // for its hash
+         groups.inspectAll([&](RsvpLerLspGroupId const& groupKey, RsvpLerLspGroupStatus const& group) {
+            __builtin_prefetch(&group.isP2mp);
+            __builtin_prefetch(&group.activeLspRequestConfigId);
+            if (groups_.add({&mbbId, &groupKey, &group}))
+               countGroups();
          });
       });
+      countGroups();
       secondaries_.answer();
       subLsps_.answer();
    }
 
 private:
-   void countGroup(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& groupKey,
-                   RsvpLerLspGroupStatus const& group) {
-      countRequest(group.activeLspRequestConfigId, group.isP2mp);
-      countRequest(group.pendingLspRequestConfigId, group.isP2mp);
-      if (!isUp(group.lspGroupState))
+   struct Group {
+      RsvpLerMbbTunnelConfigId const* mbbId;
+      RsvpLerLspGroupId const* key;
+      RsvpLerLspGroupStatus const* status;
+   };
+
+   void countGroups() {
+      for (Group const& group : groups_.take())
+         countGroup(group);
+   }
+   void countGroup(Group const& group) {
+      RsvpLerLspGroupStatus const& status = *group.status;
+      countRequest(status.activeLspRequestConfigId, status.isP2mp);
+      countRequest(status.pendingLspRequestConfigId, status.isP2mp);
+      if (!isUp(status.lspGroupState))
          return;
-      ++(group.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
+      ++(status.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
       // P2MP groups take part in this just as P2P groups do.
-      if (groupKey.groupId != 0)
-         secondaries_.add({mbbId, groupKey});
+      if (group.key->groupId != 0)
+         secondaries_.add({group.mbbId, group.key});
    }
    void countRequest(RsvpLerLspRequestConfigId const& id, bool isP2mp) {
       if (!id)
          return;
       ++(isP2mp ? counts_.p2mpLspCount : counts_.lspCount);
       if (isP2mp)
-         subLsps_.add({id});
+         subLsps_.add({&id});
    }
 
-   Vane::Pin pin_;
    Handle<RsvpLerLspGroupStatusCollTable> groupTable_;
    Handle<RsvpLerMbbTunnelStatusCollTable> mbbTable_;
    LerCounts& counts_;
+   Batch<Group> groups_;
    Questions<SecondaryInUse, RsvpLerMbbTunnelStatusCollTable> secondaries_;
    Questions<SubLspsOfRequest, RsvpLerLspRequestStatusCollTable> subLsps_;
 };
@@ -199,6 +235,7 @@ private:
 
 LerCounts countLer(ShowRsvpLer const& command) {
    RSVP_LER_TRACE();
+   Vane::Pin const pin;
    LerCounts counts;
    countConfiguredTunnels(command.superTunnelConfigColl(), counts);
    countTunnelsUp(command.superTunnelStatusColl(), counts);

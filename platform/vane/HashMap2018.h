@@ -16,16 +16,16 @@
 
 namespace Vane {
 
-// A hash map with unique keys for one writer and any number of readers at once. Readers never wait. The value
-// is a handle or any other type that can be copied; what a reader gets is a copy. The order of a walk means
-// nothing to whoever walks; it is that in which the keys came.
+// A hash map with unique keys for one writer and any number of readers at once. Readers never wait. The value is a
+// handle or any other type that can be copied. A lookup gives a copy; a walk, and what is told to do so, shows it in
+// place. The order of a walk means nothing to whoever walks; it is that in which the keys came.
 //
 // The keys stand in an array, each in a slot of its own as long as the array is in use, which is why a walk never
 // meets a key twice. Replacing a value exchanges the pointer in the slot, and so does erasing a key. A full array is
 // replaced by another one with the keys that are there. A new map has no array.
 //
-// No reader may be in a map that is destroyed. Writer operations that run out of memory throw std::bad_alloc
-// and leave the map as it was.
+// No reader may be in a map that is destroyed. Writer operations that run out of memory throw std::bad_alloc and leave
+// the map as it was, but for Vane::retire, by which they give up what they replace.
 template<class Key, class Value>
 class HashMap2018 {
    using Array = Impl::HashArray<Key, Value>;
@@ -71,41 +71,13 @@ public:
          iter_ = nullptr;
          std::uint32_t const used = array_ != nullptr ? array_->used() : 0;
          while (iter_ == nullptr && next_ < used) {
-            if (used - next_ > 4)
-               lookAhead(used - next_);
-            show((*array_)[next_++]);
+            Slot const& slot = (*array_)[next_];
+            lookAhead(slot, used - next_++, &Array::prefetchObject);
+            if (Object* const object = map_->loadOf(*array_, slot); object != Array::absent()) {
+               shown_.show(object);
+               iter_ = &slot;
+            }
          }
-      }
-      void show(Slot const& slot) noexcept {
-         Object* object = slot.object.load(std::memory_order_acquire);
-         // The array doesn't tell what is there now when the map has moved to another one.
-         if (object != Array::absent() && map_->array_.load(std::memory_order_acquire) != array_)
-            object = map_->load(slot.key);
-         if (object == Array::absent())
-            return;
-         shown_.show(object);
-         iter_ = &slot;
-      }
-      // Asks the memory for what the walk will read some keys on: what a handle points to, and nearer, when that is a
-      // collection, what stands first in it.
-      void lookAhead(std::uint32_t left) const noexcept {
-         if (left > 16)
-            Array::prefetchObject((*array_)[next_ + 16].object.load(std::memory_order_relaxed));
-         if (left > 8)
-            withObjectAt(next_ + 8, [](auto const& object) {
-               if constexpr (requires { object.prefetchFirst(); })
-                  object.prefetchFirst();
-            });
-         withObjectAt(next_ + 4, [](auto const& object) {
-            if constexpr (requires { object.prefetchFirstObject(); })
-               object.prefetchFirstObject();
-         });
-      }
-      template<class Body>
-      void withObjectAt(std::uint32_t place, Body body) const noexcept {
-         Object* const object = (*array_)[place].object.load(std::memory_order_acquire);
-         if (object != Array::absent() && object != nullptr)
-            body(*object);
       }
 
       Pin pin_;
@@ -146,7 +118,7 @@ public:
       return true;
    }
    // What the key's handle points to, or its value in place; nullptr when the key is absent or the handle empty. It is
-   // good as long as a pin that the caller has taken before.
+   // good as long as the map, and a pin that the caller has taken before.
    Object* peek(Key const& key) const noexcept {
       Object* const object = load(key);
       return object != Array::absent() ? object : nullptr;
@@ -160,8 +132,8 @@ public:
    bool empty() const noexcept { return size() == 0; }
 
    // Two steps ahead of a lookup, for whoever knows early what it will look up: each asks the memory for what the next
-   // step, and at last the lookup, will read first, and waits for nothing that the step before has asked for. Under a
-   // pin of the caller's.
+   // step, and at last the lookup, will read first, and itself reads only what the step before has asked for. A map of
+   // a few keys, which is searched in place, needs neither. Under a pin of the caller's.
    void prefetchCell(Key const& key) const noexcept {
       if (Array const* const array = array_.load(std::memory_order_acquire))
          array->prefetchCell(key);
@@ -170,12 +142,19 @@ public:
       if (Array const* const array = array_.load(std::memory_order_acquire))
          array->prefetchSlot(key);
    }
-   // For a map of one key, whatever it is: asks for its object.
-   void prefetchOnlyObject() const noexcept {
+   // Asks the memory for what a lookup or a walk reads of the map itself.
+   void prefetch() const noexcept {
+      __builtin_prefetch(&array_);
+      __builtin_prefetch(own_ + sizeof(own_) - 1);
+   }
+   // For a map that has never had but one key, whatever it is: calls ahead(object), to ask for what will be read of it.
+   template<class Ahead>
+   void lookAheadToOnly(Ahead&& ahead) const noexcept {
       Array const* const array = array_.load(std::memory_order_acquire);
       if (isOwn(array) && array->used() != 0)
-         Array::prefetchObject(array->begin()->object.load(std::memory_order_relaxed));
+         withObject(*array->begin(), ahead);
    }
+   void prefetchOnlyObject() const noexcept { lookAheadToOnly(&Array::prefetchObject); }
 
    Iterator begin() const noexcept { return Iterator(*this); }
    std::default_sentinel_t end() const noexcept { return {}; }
@@ -187,6 +166,28 @@ public:
          if (!goesOn(body, key, value))
             return;
       }
+   }
+
+   // Calls body(key, object) for each element that a walk would show, with what its handle points to, or with its
+   // value. Both are good as long as the map, and a pin that the caller has taken before. An empty handle ends the
+   // process, as it does wherever one is followed. With `ahead`, calls ahead(object) some elements before, to ask the
+   // memory for what body will read of the object; it must not read that itself.
+   template<class Ahead, class Body>
+   void inspectAll(Ahead&& ahead, Body&& body) const {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      std::uint32_t const used = array != nullptr ? array->used() : 0;
+      for (std::uint32_t place = 0; place < used; ++place) {
+         Slot const& slot = (*array)[place];
+         lookAhead(slot, used - place, ahead);
+         if (Object* const object = loadOf(*array, slot); object != Array::absent()) {
+            BRINDLE_ASSERT(object);
+            body(slot.key, *object);
+         }
+      }
+   }
+   template<class Body>
+   void inspectAll(Body&& body) const {
+      inspectAll(&Array::prefetchObject, body);
    }
 
    // The writer.
@@ -241,6 +242,34 @@ private:
       Array const* const array = array_.load(std::memory_order_acquire);
       Slot const* const slot = array != nullptr ? array->search(key) : nullptr;
       return slot != nullptr ? slot->object.load(std::memory_order_acquire) : Array::absent();
+   }
+   // What stands for the key of a slot in an array from which the map may have moved on.
+   Object* loadOf(Array const& array, Slot const& slot) const noexcept {
+      Object* const object = slot.object.load(std::memory_order_acquire);
+      if (object == Array::absent() || array_.load(std::memory_order_acquire) == &array)
+         return object;
+      return load(slot.key);
+   }
+   // Asks the memory for what a walk that has come to the slot, with so many before its end, will read some slots on:
+   // ahead(object) what a handle points to, and nearer, when that is a collection, what stands first in it.
+   template<class Ahead>
+   static void lookAhead(Slot const& slot, std::uint32_t left, Ahead&& ahead) noexcept {
+      if (left > 16)
+         withObject((&slot)[16], ahead);
+      if constexpr (requires { std::declval<Object&>().prefetchFirst(); }) {
+         if (left > 8)
+            withObject((&slot)[8], [](Object& object) { object.prefetchFirst(); });
+      }
+      if constexpr (requires { std::declval<Object&>().prefetchSecond(); }) {
+         if (left > 4)
+            withObject((&slot)[4], [](Object& object) { object.prefetchSecond(); });
+      }
+   }
+   template<class Body>
+   static void withObject(Slot const& slot, Body&& body) noexcept {
+      Object* const object = slot.object.load(std::memory_order_acquire);
+      if (object != Array::absent() && object != nullptr)
+         body(*object);
    }
    // The writer's: the slot that belongs to a key, or nullptr.
    Slot* findSlot(Key const& key) noexcept {

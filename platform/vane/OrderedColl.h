@@ -1,5 +1,6 @@
 #pragma once
 
+#include "brindle/Assert.h"
 #include "vane/Epoch.h"
 #include "vane/Key.h"
 #include "vane/Stored.h"
@@ -19,15 +20,15 @@
 namespace Vane {
 
 // A collection with unique keys in ascending order of their operator<=>, for one writer and any number of
-// readers at once; NoValue as the value makes a set. Readers never wait and get copies. A key that is present
-// while a lookup or a walk runs is found by it.
+// readers at once; NoValue as the value makes a set. Readers never wait; they get copies, but from what is told to show
+// its object in place. A key that is present while a lookup or a walk runs is found by it.
 //
 // It is a skip list: the elements form a chain at the lowest level, and about a quarter of each level's
 // elements stand in the next one too. An element that was taken out keeps its links, so a reader that stands
 // on it finds on.
 //
-// No reader may be in a collection that is destroyed. Writer operations that run out of memory throw
-// std::bad_alloc and leave the collection as it was.
+// No reader may be in a collection that is destroyed. Writer operations that run out of memory throw std::bad_alloc and
+// leave the collection as it was, but for Vane::retire, by which they give up what they replace.
 template<class Key, class Value>
 class OrderedColl {
    struct Element;
@@ -68,17 +69,17 @@ public:
          out = element->value;
       return element != nullptr;
    }
-   // Asks the memory for the element of the smallest key, ahead of a lookup or a walk. Under a pin of the caller's.
-   void prefetchFirst() const noexcept { __builtin_prefetch(firstElement()); }
-   // And then, where values are handles, for the object of that element, and for the element behind it.
-   void prefetchFirstObject() const noexcept requires isHandle<Value> {
-      if (Element const* const element = firstElement()) {
-         __builtin_prefetch(element->value.get());
-         __builtin_prefetch(element->links()[0].load(std::memory_order_acquire));
-      }
+   // Asks the memory for what a walk reads of the collection itself.
+   void prefetch() const noexcept { __builtin_prefetch(&version_); }
+   // Asks for the element of the smallest key, ahead of a lookup or a walk. Under a pin of the caller's.
+   void prefetchFirst() const noexcept { prefetchElement(firstElement()); }
+   // And then for the element behind it.
+   void prefetchSecond() const noexcept {
+      if (Element const* const element = firstElement())
+         prefetchElement(element->links()[0].load(std::memory_order_acquire));
    }
    // What the key's handle points to, or its value in place; nullptr when the key is absent or the handle empty. It is
-   // good as long as a pin that the caller has taken before.
+   // good as long as the collection, and a pin that the caller has taken before.
    typename Stored<Value>::Object* peek(Key const& key) const noexcept {
       Element const* const element = findElement(key);
       return element != nullptr ? Stored<Value>::peek(element->value) : nullptr;
@@ -99,15 +100,17 @@ public:
       return copyOf(elementAfter(key));
    }
 
-   // The walk of Vane::orderedWalk with the elements in place and under one pin: for a body that looks at them and
-   // doesn't wait.
+   // Calls body(key, object) for each element that Vane::orderedWalk would show, with what its handle points to, or
+   // with its value. Both are good as long as the collection, and a pin that the caller has taken before. An empty
+   // handle ends the process, as it does wherever one is followed.
    template<class Body>
    void inspectAll(Body&& body) const {
-      Pin const pin;
       std::uint64_t known = version();
       Element const* element = firstElement();
       while (element != nullptr) {
-         body(element->key, element->value);
+         auto* const object = Stored<Value>::peek(element->value);
+         BRINDLE_ASSERT(object);
+         body(element->key, *object);
          std::uint64_t const now = version();
          element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
          known = now;
@@ -194,6 +197,13 @@ private:
       if (element == nullptr)
          return std::nullopt;
       return Item{element->key, element->value};
+   }
+
+   static void prefetchElement(Element const* element) noexcept {
+      if (element == nullptr)
+         return;
+      __builtin_prefetch(&element->key);
+      __builtin_prefetch(element->links());
    }
 
    Element const* firstElement() const noexcept { return head_[0].load(std::memory_order_acquire); }
@@ -291,10 +301,11 @@ private:
    static_assert(std::is_nothrow_move_constructible_v<Key> && std::is_nothrow_move_constructible_v<Value>);
    static_assert(alignof(Element) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
 
-   std::array<Link, maxHeight> head_{};
-   std::atomic<std::uint64_t> version_ = 0;
+   // What a walk reads stands together.
    std::atomic<std::size_t> size_ = 0;
    Element* last_ = nullptr; // the writer's: the element of the greatest key
+   std::atomic<std::uint64_t> version_ = 0;
+   std::array<Link, maxHeight> head_{};
 };
 
 // The walk of every ordered collection: calls body(key, value) in ascending order of the keys. The body gets

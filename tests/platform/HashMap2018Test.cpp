@@ -170,30 +170,41 @@ struct WalkCase {
 
 class HashMapWalk : public testing::TestWithParam<WalkCase> {};
 
-TEST_P(HashMapWalk, ChangedInTheFirstBody) {
+// Of a walk(map, body).
+template<class Walk>
+void expectShown(WalkCase const& test, Walk const& walk) {
    for (std::uint32_t const size : {3u, 4u, 5u, 20u, 90u}) {
       Vane::HashMap2018<std::uint32_t, std::uint64_t> map;
       for (std::uint32_t key = 0; key < size; ++key)
          map.set(key, key);
       std::vector<std::uint32_t> order;
-      map.walk([&order](std::uint32_t key, std::uint64_t) { order.push_back(key); });
+      walk(map, [&order](std::uint32_t key, std::uint64_t) { order.push_back(key); });
       ASSERT_EQ(order.size(), size);
 
       std::vector<std::uint32_t> expected;
-      for (std::size_t const position : GetParam().shown)
+      for (std::size_t const position : test.shown)
          expected.push_back(order[position]);
-      if (GetParam().rest)
+      if (test.rest)
          expected.insert(expected.end(), order.begin() + 3, order.end());
       std::vector<std::uint32_t> shown;
-      map.walk([&](std::uint32_t key, std::uint64_t) {
+      walk(map, [&](std::uint32_t key, std::uint64_t) {
          if (key >= insertedLater) // may be shown or not
             return;
          shown.push_back(key);
          if (shown.size() == 1)
-            GetParam().change(map, order);
+            test.change(map, order);
       });
       EXPECT_EQ(shown, expected) << size;
    }
+}
+
+TEST_P(HashMapWalk, ChangedInTheFirstBody) {
+   expectShown(GetParam(), [](auto const& map, auto const& body) { map.walk(body); });
+}
+
+TEST_P(HashMapWalk, InPlaceChangedInTheFirstBody) {
+   Vane::Pin const pin;
+   expectShown(GetParam(), [](auto const& map, auto const& body) { map.inspectAll(body); });
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -312,7 +323,30 @@ TEST(HashMap2018, PeekFollowsAHandleWithoutAUse) {
    EXPECT_TRUE(map.peek(1)->isWhole(1));
    EXPECT_EQ(map.peek(1)->userCount(), 1u);
    map.walk([](std::uint32_t, Tests::CountedPtr const& record) { EXPECT_EQ(record->userCount(), 1u); });
+   map.inspectAll([](std::uint32_t, CountedRecord const& record) { EXPECT_EQ(record.userCount(), 1u); });
    EXPECT_EQ(map.peek(2), nullptr);
+}
+
+// The walk in place tells of each object before it shows it, of those in the beginning excepted.
+TEST(HashMap2018, LooksAheadInOrder) {
+   Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+   for (std::uint32_t key = 0; key < 60; ++key)
+      map.set(key, countedRecord(key));
+   map.erase(30);
+   map.set(31, {});
+   map.set(31, countedRecord(31));
+   Vane::Pin const pin;
+   std::vector<CountedRecord const*> ahead;
+   std::vector<CountedRecord const*> shown;
+   map.inspectAll(
+         [&](CountedRecord const& record) {
+            EXPECT_EQ(std::count(shown.begin(), shown.end(), &record), 0);
+            ahead.push_back(&record);
+         },
+         [&](std::uint32_t, CountedRecord const& record) { shown.push_back(&record); });
+   ASSERT_EQ(shown.size(), 59u);
+   ASSERT_GT(ahead.size(), 30u);
+   EXPECT_TRUE(std::equal(ahead.rbegin(), ahead.rend(), shown.rbegin()));
 }
 
 // An empty handle is a value like any other: its key is there.
@@ -409,6 +443,13 @@ TEST(HashMap2018, ALookupOfAnAbsentKeyGivesAnEmptyHandle) {
    EXPECT_EQ(map.find(2), nullptr);
    map.erase(1);
    EXPECT_EQ(map.find(1), nullptr);
+}
+
+TEST(HashMap2018DeathTest, AWalkInPlaceFollowsNoEmptyHandle) {
+   Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+   map.set(1, {});
+   Vane::Pin const pin;
+   EXPECT_DEATH(map.inspectAll([](std::uint32_t, CountedRecord const&) {}), "assertion failed: object\n");
 }
 
 TEST(HashMap2018DeathTest, AnIteratorAssertsAtTheEnd) {

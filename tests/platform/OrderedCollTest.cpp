@@ -149,6 +149,7 @@ TEST_P(OrderedWalk, ChangedInTheBody) {
 }
 
 TEST_P(OrderedWalk, InPlaceChangedInTheBody) {
+   Vane::Pin const pin;
    auto const walk = [](Coll& coll, auto const& body) { coll.inspectAll(body); };
    EXPECT_EQ(shownBy(walk, GetParam().change), GetParam().shown);
 }

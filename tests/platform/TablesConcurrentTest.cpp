@@ -110,12 +110,22 @@ Round hashMapReader(HashMap const& map, Verdict& verdict) {
       if (random.below(8) != 0)
          return lookUp(map, random, seen, verdict);
       Shown shown(verdict);
-      map.walk([&](std::uint32_t key, CountedPtr const& record) {
-         if (key >= keys) // one that only passes
-            return;
-         shown.show(key);
-         seen.see(key, record);
-      });
+      if (random.below(2) == 0) {
+         map.walk([&](std::uint32_t key, CountedPtr const& record) {
+            if (key >= keys) // one that only passes
+               return;
+            shown.show(key);
+            seen.see(key, record);
+         });
+      } else {
+         Vane::Pin const pin;
+         map.inspectAll([&](std::uint32_t key, CountedRecord const& record) {
+            if (key >= keys)
+               return;
+            shown.show(key);
+            verdict.require(record.isWhole(key), "a record isn't whole");
+         });
+      }
       shown.end();
    };
 }
@@ -428,6 +438,15 @@ TEST_F(TablesConcurrent, TwoWritersOnNestedTables) {
                   if (auto const first = each->first())
                      verdict_.require(first->value->isWhole(first->key), "a record isn't whole");
                });
+               {
+                  Vane::Pin const pin;
+                  outer.inspectAll([](Nested const& each) { each.prefetch(); },
+                                   [&](std::uint32_t, Nested const& each) {
+                                      each.inspectAll([&](std::uint32_t inner, CountedRecord const& record) {
+                                         verdict_.require(record.isWhole(inner), "a record isn't whole");
+                                      });
+                                   });
+               }
                Brindle::Ptr<Nested const> const nested = outer.find(random.below(tables));
                if (!nested)
                   return;
