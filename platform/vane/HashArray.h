@@ -134,11 +134,10 @@ private:
 
    explicit HashArray(std::uint32_t mask) noexcept : mask_(mask) {}
 
-   // What stands behind the pointer to the functions of an object, which nobody reads, up to where many are over.
+   // Two lines of an object, whichever of it will be read.
    static void prefetch(Object const* object) noexcept {
-      auto const at = reinterpret_cast<std::uintptr_t>(object);
-      __builtin_prefetch(reinterpret_cast<void const*>(at + sizeof(void*)));
-      __builtin_prefetch(reinterpret_cast<void const*>(at + 63));
+      __builtin_prefetch(object);
+      __builtin_prefetch(reinterpret_cast<void const*>(reinterpret_cast<std::uintptr_t>(object) + 64));
    }
 
    static std::uint32_t keptHash(Key const& key) noexcept {

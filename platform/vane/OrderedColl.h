@@ -175,7 +175,7 @@ public:
    }
 
 private:
-   static constexpr unsigned maxHeight = 8;
+   static constexpr unsigned maxHeight = 7;
 
    // The links of the element follow it, one for each level it stands in.
    struct alignas(Link) Element {
@@ -301,11 +301,11 @@ private:
    static_assert(std::is_nothrow_move_constructible_v<Key> && std::is_nothrow_move_constructible_v<Value>);
    static_assert(alignof(Element) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
 
-   // What a walk reads stands together.
-   std::atomic<std::size_t> size_ = 0;
-   Element* last_ = nullptr; // the writer's: the element of the greatest key
+   // First what a walk reads, and then what a lookup reads too: in two cache lines, wherever the collection lies.
    std::atomic<std::uint64_t> version_ = 0;
    std::array<Link, maxHeight> head_{};
+   std::atomic<std::size_t> size_ = 0;
+   Element* last_ = nullptr; // the writer's: the element of the greatest key
 };
 
 // The walk of every ordered collection: calls body(key, value) in ascending order of the keys. The body gets
