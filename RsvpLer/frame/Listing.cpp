@@ -1,7 +1,7 @@
 #include "RsvpLer/RsvpLerCliCapi.h"
-#include "RsvpLer/frame/RenderCommand.h"
 #include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/frame/TunnelLookahead.h"
+#include "RsvpLer/output/RenderCommand.h"
 #include "RsvpLer/text/TunnelOrder.h"
 
 // The listing of the tunnels that a command concerns.

@@ -1,8 +1,8 @@
 #include "RsvpLer/status/LerStatus.h"
 
-#include "RsvpLer/frame/RenderCommand.h"
 #include "RsvpLer/frame/Trace.h"
 #include "RsvpLer/output/Lines.h"
+#include "RsvpLer/output/RenderCommand.h"
 
 // The router-wide view.
 //

@@ -16,8 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 ROOMS = ("detail", "frame", "history", "lsp", "status", "summary")
 COMMANDS = ("ShowRsvpLerTunnel", "ShowRsvpLer")
 VERBS = re.compile("(render|get|set|aggregate|count|start|end)[A-Z]")
-NOT_DISPLAYED = {"renderCommand": "what the two render operations share",
-                 "renderColumn": "calls the display functions of a column"}
+NOT_DISPLAYED = {"renderColumn": "calls the display functions of a column"}
 INNER = ("renderLspPathSpec", "renderP2mpLspPathSpec")
 
 TUNNEL = "tunnelSpecId"
