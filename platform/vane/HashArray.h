@@ -101,6 +101,7 @@ public:
       __builtin_prefetch(&slot.object); // which may lie in the next line
       prefetch(cell.object.load(std::memory_order_relaxed));
    }
+   // Asks for two lines of an object, for whoever can't say what of it will be read.
    static void prefetchObject(Object const& object) noexcept { prefetch(&object); }
 
    // The writer.
@@ -134,7 +135,7 @@ private:
 
    explicit HashArray(std::uint32_t mask) noexcept : mask_(mask) {}
 
-   // Two lines of an object, whichever of it will be read.
+   // The hint of a cell needn't lead to an object.
    static void prefetch(Object const* object) noexcept {
       __builtin_prefetch(object);
       __builtin_prefetch(reinterpret_cast<void const*>(reinterpret_cast<std::uintptr_t>(object) + 64));

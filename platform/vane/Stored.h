@@ -62,9 +62,4 @@ struct Stored<Brindle::Ptr<T>> {
    };
 };
 
-template<class Value>
-inline constexpr bool isHandle = false;
-template<class T>
-inline constexpr bool isHandle<Brindle::Ptr<T>> = true;
-
 } // namespace Vane

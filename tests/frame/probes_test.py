@@ -4,8 +4,8 @@ A display function is, in the rooms below,
   - a member of a command object that takes parameters: those without any are the accessors of its tables;
   - a free function that renders, looks something up, sizes a column or counts, which its first word tells.
 What stands in an unnamed namespace is a part of the function that calls it, but for the routines that INNER names.
-Functions that only hand a pass on to a section aren't display functions, nor are the two walks below; helpers in text/ and
-output/ don't know what they work for.
+Functions that only hand a pass on to a section aren't display functions, nor is the walk that NOT_DISPLAYED names; helpers
+in text/ and output/ don't know what they work for.
 """
 
 import pathlib

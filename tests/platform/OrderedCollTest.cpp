@@ -322,4 +322,11 @@ TEST(OrderedColl, DropsEachUseOfARecordOnce) {
    EXPECT_EQ(CountedRecord::alive(), 0);
 }
 
+TEST(OrderedCollDeathTest, AWalkInPlaceFollowsNoEmptyHandle) {
+   Vane::OrderedColl<std::uint32_t, Tests::CountedPtr> coll;
+   coll.set(1, {});
+   Vane::Pin const pin;
+   EXPECT_DEATH(coll.inspectAll([](std::uint32_t, CountedRecord const&) {}), "assertion failed: object\n");
+}
+
 } // namespace

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <string>
@@ -58,6 +60,19 @@ constexpr char const* emptyJson =
       "\"tunnelCount\":0,\"tunnelUpCount\":0,\"p2mpTunnelCount\":0,\"p2mpTunnelUpCount\":0,"
       "\"tunnelSecondaryEnabledCount\":0,\"tunnelSecondaryInUseCount\":0,\"optimizationInterval\":0,\"lspCount\":0,"
       "\"lspUpCount\":0,\"p2mpLspCount\":0,\"p2mpLspUpCount\":0,\"p2mpSubLspCount\":0,\"p2mpSubLspUpCount\":0}\n";
+
+TEST(LerStatus, aClientThatHasGoneEndsTheCommandWithOneLine) {
+   Router const router;
+   for (std::uint32_t const format : {textFormat, jsonFormat}) {
+      int ends[2];
+      ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+      close(ends[1]);
+      testing::internal::CaptureStdout();
+      router.statusCommand()->render(static_cast<std::uint32_t>(ends[0]), format);
+      EXPECT_EQ(testing::internal::GetCapturedStdout(), "exiting client gone\n");
+      close(ends[0]);
+   }
+}
 
 } // namespace
 
