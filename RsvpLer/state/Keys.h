@@ -17,8 +17,11 @@
 //    RsvpLerLspGroupId            + groupId         a path alternative: 0 primary (or the tree), 1 secondary
 //    RsvpLerLspRequestConfigId    + configId        one LSP that was asked for
 //
-// They are plain values, cheap to copy (the name is counted). A default key means that there is none. Comparison is
-// field by field in declaration order, numbers by value. Equal keys have equal hashes; hash(seed) covers all fields.
+// They are plain values, cheap to copy (the name is counted). A default key means that there is none. Order is field by
+// field in declaration order, numbers by value. Equal keys have equal hashes; hash(seed) covers all fields.
+//
+// Tables hold them by the million, so each has its field in what the one before it leaves of its last word. Equality
+// begins with that field, which lies in the key, and ends with the name, which lies elsewhere.
 
 namespace Rsvp {
 
@@ -44,7 +47,9 @@ struct NameAndSource {
    std::uint32_t hash(std::uint32_t seed) const noexcept {
       return Impl::mixField(Impl::mixField(seed, name.hash()), static_cast<std::uint8_t>(source));
    }
-   friend bool operator==(NameAndSource const&, NameAndSource const&) noexcept = default;
+   friend bool operator==(NameAndSource const& a, NameAndSource const& b) noexcept {
+      return a.source == b.source && a.name == b.name;
+   }
    friend std::strong_ordering operator<=>(NameAndSource const&, NameAndSource const&) noexcept = default;
 };
 
@@ -73,7 +78,7 @@ struct RsvpLerTunnelProfileId : NameAndSource {
 
 // Text form: <the tunnel's>_<subTunnelId=1>.
 struct RsvpLerSubTunnelConfigId {
-   RsvpLerTunnelSpecId tunnelSpecId;
+   [[no_unique_address]] RsvpLerTunnelSpecId tunnelSpecId;
    std::uint32_t subTunnelId = 0;
 
    // The one sub-tunnel that a tunnel runs on while it isn't split; its subTunnelId is 0.
@@ -87,14 +92,16 @@ struct RsvpLerSubTunnelConfigId {
    std::uint32_t hash(std::uint32_t seed) const noexcept {
       return Impl::mixField(tunnelSpecId.hash(seed), subTunnelId);
    }
-   friend bool operator==(RsvpLerSubTunnelConfigId const&, RsvpLerSubTunnelConfigId const&) noexcept = default;
+   friend bool operator==(RsvpLerSubTunnelConfigId const& a, RsvpLerSubTunnelConfigId const& b) noexcept {
+      return a.subTunnelId == b.subTunnelId && a.tunnelSpecId == b.tunnelSpecId;
+   }
    friend std::strong_ordering operator<=>(RsvpLerSubTunnelConfigId const&,
                                            RsvpLerSubTunnelConfigId const&) noexcept = default;
 };
 
 // Text form: <the sub-tunnel's>_<epoch=1>.
 struct RsvpLerMbbTunnelConfigId {
-   RsvpLerSubTunnelConfigId subTunnelConfigId;
+   [[no_unique_address]] RsvpLerSubTunnelConfigId subTunnelConfigId;
    std::uint32_t epoch = 0;
 
    // Whether any field differs from the default.
@@ -102,27 +109,31 @@ struct RsvpLerMbbTunnelConfigId {
 
    static bool isEq(RsvpLerMbbTunnelConfigId const& a, RsvpLerMbbTunnelConfigId const& b) noexcept { return a == b; }
    std::uint32_t hash(std::uint32_t seed) const noexcept { return Impl::mixField(subTunnelConfigId.hash(seed), epoch); }
-   friend bool operator==(RsvpLerMbbTunnelConfigId const&, RsvpLerMbbTunnelConfigId const&) noexcept = default;
+   friend bool operator==(RsvpLerMbbTunnelConfigId const& a, RsvpLerMbbTunnelConfigId const& b) noexcept {
+      return a.epoch == b.epoch && a.subTunnelConfigId == b.subTunnelConfigId;
+   }
    friend std::strong_ordering operator<=>(RsvpLerMbbTunnelConfigId const&,
                                            RsvpLerMbbTunnelConfigId const&) noexcept = default;
 };
 
 // Text form: <the instance's>_<groupId=0>.
 struct RsvpLerLspGroupId {
-   RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
+   [[no_unique_address]] RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
    std::uint8_t groupId = 0;
 
    static bool isEq(RsvpLerLspGroupId const& a, RsvpLerLspGroupId const& b) noexcept { return a == b; }
    std::uint32_t hash(std::uint32_t seed) const noexcept {
       return Impl::mixField(mbbTunnelConfigId.hash(seed), groupId);
    }
-   friend bool operator==(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
+   friend bool operator==(RsvpLerLspGroupId const& a, RsvpLerLspGroupId const& b) noexcept {
+      return a.groupId == b.groupId && a.mbbTunnelConfigId == b.mbbTunnelConfigId;
+   }
    friend std::strong_ordering operator<=>(RsvpLerLspGroupId const&, RsvpLerLspGroupId const&) noexcept = default;
 };
 
 // Text form: <the group's>_<configId=1>.
 struct RsvpLerLspRequestConfigId {
-   RsvpLerLspGroupId lspGroupId;
+   [[no_unique_address]] RsvpLerLspGroupId lspGroupId;
    std::uint32_t configId = 0;
 
    // Whether any field differs from the default.
@@ -130,7 +141,9 @@ struct RsvpLerLspRequestConfigId {
 
    static bool isEq(RsvpLerLspRequestConfigId const& a, RsvpLerLspRequestConfigId const& b) noexcept { return a == b; }
    std::uint32_t hash(std::uint32_t seed) const noexcept { return Impl::mixField(lspGroupId.hash(seed), configId); }
-   friend bool operator==(RsvpLerLspRequestConfigId const&, RsvpLerLspRequestConfigId const&) noexcept = default;
+   friend bool operator==(RsvpLerLspRequestConfigId const& a, RsvpLerLspRequestConfigId const& b) noexcept {
+      return a.configId == b.configId && a.lspGroupId == b.lspGroupId;
+   }
    friend std::strong_ordering operator<=>(RsvpLerLspRequestConfigId const&,
                                            RsvpLerLspRequestConfigId const&) noexcept = default;
 };

@@ -37,11 +37,11 @@ struct RsvpNextHopInfo {
 };
 
 struct RsvpLerLspGroupStatus : Brindle::Node {
-   // What is counted of every group stands first.
+   // What is counted of every group stands first, as close together as it can.
+   [[no_unique_address]] RsvpLerLspRequestConfigId activeLspRequestConfigId; // carries the traffic; the default: none
    bool isP2mp = false;
    RsvpLerLspGroupState lspGroupState = RsvpLerLspGroupState::unknown;
    RsvpLerLspRequestConfigId pendingLspRequestConfigId; // is replacing the active one; the default means none
-   RsvpLerLspRequestConfigId activeLspRequestConfigId;  // carries the traffic; the default means none
    RsvpLerLspGroupId lspGroupId;
    Vane::FlatMap<Lattice::IpGenAddr, RsvpNextHopInfo> nextHop;
    Vane::Optional<std::uint32_t> pathMtu; // of the signalled path

@@ -30,10 +30,10 @@ struct RsvpSessionId {
 };
 
 struct RsvpLerSuperTunnelConfig : Brindle::Node {
-   RsvpLerTunnelSpecId tunnelSpecId;
+   [[no_unique_address]] RsvpLerPathSpecId secondaryPathSpecId; // the default means none
    RsvpSessionType sessionType = RsvpSessionType::p2p;
-   bool splitBwEnabled = false;           // the tunnel may split its bandwidth over sub-tunnels
-   RsvpLerPathSpecId secondaryPathSpecId; // the default means none
+   bool splitBwEnabled = false; // the tunnel may split its bandwidth over sub-tunnels
+   RsvpLerTunnelSpecId tunnelSpecId;
    Lattice::IpGenAddr source;
    Vane::FlatSet<Lattice::IpGenAddr> destination; // a P2P tunnel uses the lowest
    Vane::FlatSet<Lattice::IpGenAddr> aliasTeps;   // additional tunnel endpoints

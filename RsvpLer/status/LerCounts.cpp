@@ -182,8 +182,8 @@ public:
       groupTable_->inspectAll(aheadOfAll, [&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
          mbbId.subTunnelConfigId.tunnelSpecId.name.prefetch(); // for its hash
          groups.inspectAll([&](RsvpLerLspGroupId const& groupKey, RsvpLerLspGroupStatus const& group) {
-            __builtin_prefetch(&group.isP2mp);
-            __builtin_prefetch(&group.activeLspRequestConfigId);
+            __builtin_prefetch(&group.activeLspRequestConfigId.configId);
+            __builtin_prefetch(&group.pendingLspRequestConfigId.configId);
             if (groups_.add({&mbbId, &groupKey, &group}))
                countGroups();
          });

@@ -175,19 +175,20 @@ public:
    }
 
 private:
-   static constexpr unsigned maxHeight = 7;
+   static constexpr unsigned maxHeight = 6;
 
    // The links of the element follow it, one for each level it stands in.
    struct alignas(Link) Element {
-      Element(Key k, Value v, unsigned levels) : key(std::move(k)), value(std::move(v)), height(levels) {}
+      Element(Key k, Value v, unsigned levels)
+            : key(std::move(k)), height(static_cast<std::uint8_t>(levels)), value(std::move(v)) {}
 
       Link* links() noexcept { return reinterpret_cast<Link*>(this + 1); }
       Link const* links() const noexcept { return reinterpret_cast<Link const*>(this + 1); }
       static Element* ofLinks(Link* links) noexcept { return reinterpret_cast<Element*>(links) - 1; }
 
-      Key const key;
+      [[no_unique_address]] Key const key;
+      std::uint8_t const height;
       [[no_unique_address]] Value const value;
-      unsigned const height;
    };
    // The links that a key's place stands behind, for each level those of the last smaller element or of the
    // head.
