@@ -21,7 +21,8 @@
 // field in declaration order, numbers by value. Equal keys have equal hashes; hash(seed) covers all fields.
 //
 // Tables hold them by the million, so each has its field in what the one before it leaves of its last word. Equality
-// begins with that field, which lies in the key, and ends with the name, which lies elsewhere.
+// begins with that field, which lies in the key, and ends with the name, which lies elsewhere. isSame() tells from the
+// key alone that two are equal: they share their name too. Equal keys need not.
 
 namespace Rsvp {
 
@@ -47,6 +48,7 @@ struct NameAndSource {
    std::uint32_t hash(std::uint32_t seed) const noexcept {
       return Impl::mixField(Impl::mixField(seed, name.hash()), static_cast<std::uint8_t>(source));
    }
+   bool isSame(NameAndSource const& other) const noexcept { return source == other.source && name.isSame(other.name); }
    friend bool operator==(NameAndSource const& a, NameAndSource const& b) noexcept {
       return a.source == b.source && a.name == b.name;
    }
@@ -91,6 +93,9 @@ struct RsvpLerSubTunnelConfigId {
    static bool isEq(RsvpLerSubTunnelConfigId const& a, RsvpLerSubTunnelConfigId const& b) noexcept { return a == b; }
    std::uint32_t hash(std::uint32_t seed) const noexcept {
       return Impl::mixField(tunnelSpecId.hash(seed), subTunnelId);
+   }
+   bool isSame(RsvpLerSubTunnelConfigId const& other) const noexcept {
+      return subTunnelId == other.subTunnelId && tunnelSpecId.isSame(other.tunnelSpecId);
    }
    friend bool operator==(RsvpLerSubTunnelConfigId const& a, RsvpLerSubTunnelConfigId const& b) noexcept {
       return a.subTunnelId == b.subTunnelId && a.tunnelSpecId == b.tunnelSpecId;

@@ -92,8 +92,8 @@ struct SecondaryInUse {
 
    auto const& parent() const noexcept { return mbbId->subTunnelConfigId; }
    auto const& key() const noexcept { return *mbbId; }
+   // Where the comparison begins, and with most of them ends.
    static void lookAhead(RsvpLerMbbTunnelStatus const& status) noexcept {
-      __builtin_prefetch(&status.activeLspGroupId);
       __builtin_prefetch(&status.activeLspGroupId.groupId);
    }
    static void lookFurtherAhead(RsvpLerMbbTunnelStatus const&) noexcept {}
@@ -132,17 +132,32 @@ public:
 
    // What the question refers to has to stay where it is until the answers are there.
    void add(Question const& question) {
-      if (table_ && steps_.add({question, nullptr, nullptr}))
-         answer();
+      if (table_)
+         add(question, nullptr);
+   }
+   // For questions that come much in the order in which the keys of the table came: looks first where the one before
+   // was answered.
+   void addNear(Question const& question) {
+      if (!table_)
+         return;
+      Coll const* const coll = table_->peekNear(question.parent(), place_);
+      if (coll != nullptr)
+         coll->prefetch();
+      add(question, coll);
    }
    void answer() {
       std::span<Step> const steps = steps_.take();
-      for (Step const& step : steps)
-         table_->prefetchCell(step.question.parent());
-      for (Step const& step : steps)
-         table_->prefetchSlot(step.question.parent());
+      for (Step const& step : steps) {
+         if (step.coll == nullptr)
+            table_->prefetchCell(step.question.parent());
+      }
+      for (Step const& step : steps) {
+         if (step.coll == nullptr)
+            table_->prefetchSlot(step.question.parent());
+      }
       for (Step& step : steps) {
-         step.coll = table_->peek(step.question.parent());
+         if (step.coll == nullptr)
+            step.coll = table_->peek(step.question.parent(), place_);
          if (step.coll != nullptr)
             step.coll->lookAheadToOnly(&Question::lookAhead);
       }
@@ -158,14 +173,21 @@ public:
    }
 
 private:
+   using Coll = typename Table::Object;
    struct Step {
       Question question;
-      typename Table::Object const* coll;
-      typename Table::Object::Object const* record;
+      Coll const* coll;
+      typename Coll::Object const* record;
    };
+
+   void add(Question const& question, Coll const* coll) {
+      if (steps_.add({question, coll, nullptr}))
+         answer();
+   }
 
    Handle<Table> table_;
    LerCounts& counts_;
+   typename Table::Place place_ = 0; // where the last answer was
    Batch<Step> steps_;
 };
 
@@ -180,7 +202,6 @@ public:
       if (!groupTable_ || !mbbTable_)
          return;
       groupTable_->inspectAll(aheadOfAll, [&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
-         mbbId.subTunnelConfigId.tunnelSpecId.name.prefetch(); // for its hash
          groups.inspectAll([&](RsvpLerLspGroupId const& groupKey, RsvpLerLspGroupStatus const& group) {
             __builtin_prefetch(&group.activeLspRequestConfigId.configId);
             __builtin_prefetch(&group.pendingLspRequestConfigId.configId);
@@ -213,7 +234,7 @@ private:
       ++(status.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
       // P2MP groups take part in this just as P2P groups do.
       if (group.key->groupId != 0)
-         secondaries_.add({group.mbbId, group.key});
+         secondaries_.addNear({group.mbbId, group.key});
    }
    void countRequest(RsvpLerLspRequestConfigId const& id, bool isP2mp) {
       if (!id)

@@ -33,11 +33,11 @@ public:
    bool empty() const noexcept { return rep_ == nullptr; }
    std::string_view view() const noexcept { return {c_str(), size()}; }
    operator std::string_view() const noexcept { return view(); }
-   // Asks the memory for what hash() and a comparison read.
-   void prefetch() const noexcept { __builtin_prefetch(rep_); }
    // Equal strings have equal hashes; the empty string has 0.
    std::uint32_t hash() const noexcept { return rep_ == nullptr ? 0 : rep_->hash; }
 
+   // Whether both share their text, which is told without a look at it. Equal strings need not.
+   bool isSame(String const& other) const noexcept { return rep_ == other.rep_; }
    friend bool operator==(String const& a, String const& b) noexcept {
       if (a.rep_ == nullptr || b.rep_ == nullptr)
          return a.rep_ == b.rep_; // without looking at the other's text

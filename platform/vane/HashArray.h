@@ -84,6 +84,18 @@ public:
       return slot != last ? slot : nullptr;
    }
 
+   // The slot of a key, if it is one of the few from a place on and can be told to be from the keys' own words, or
+   // nullptr.
+   Slot const* searchNear(Key const& key, std::uint32_t place) const noexcept {
+      std::uint32_t const last = std::min(used(), place + 32);
+      for (; place < last; ++place) {
+         if (slots()[place].key.isSame(key))
+            return &slots()[place];
+      }
+      return nullptr;
+   }
+   std::uint32_t placeOf(Slot const& slot) const noexcept { return static_cast<std::uint32_t>(&slot - slots()); }
+
    // Ask the memory for what a search reads: first the cell, then the slot together with the object.
    void prefetchCell(Key const& key) const noexcept {
       if (!isSmall())
@@ -187,7 +199,7 @@ private:
    }
    Cell& cellOf(Slot const& slot) noexcept {
       std::uint32_t at = keptHash(slot.key) & mask_;
-      while (cells()[at].place.load(std::memory_order_relaxed) != static_cast<std::uint32_t>(&slot - slots()))
+      while (cells()[at].place.load(std::memory_order_relaxed) != placeOf(slot))
          at = (at + 1) & mask_;
       return cells()[at];
    }

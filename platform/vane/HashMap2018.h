@@ -123,6 +123,19 @@ public:
       Object* const object = load(key);
       return object != Array::absent() ? object : nullptr;
    }
+   // Where in a map a lookup has found its key. Keys that came one after the other stand side by side.
+   using Place = std::uint32_t;
+   // peek(), which sets `place` to where the key stands, and leaves it alone when the key has never been there.
+   Object* peek(Key const& key, Place& place) const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      return array != nullptr ? peekAt(*array, array->search(key), place) : nullptr;
+   }
+   // The same for a key that stands at the place or a little behind it, told by Key's `isSame` alone, without its hash.
+   // nullptr says nothing of any other key.
+   Object* peekNear(Key const& key, Place& place) const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      return array != nullptr ? peekAt(*array, array->searchNear(key, place), place) : nullptr;
+   }
    bool contains(Key const& key) const noexcept {
       Pin const pin;
       return load(key) != Array::absent();
@@ -242,6 +255,13 @@ private:
       Array const* const array = array_.load(std::memory_order_acquire);
       Slot const* const slot = array != nullptr ? array->search(key) : nullptr;
       return slot != nullptr ? slot->object.load(std::memory_order_acquire) : Array::absent();
+   }
+   static Object* peekAt(Array const& array, Slot const* slot, Place& place) noexcept {
+      if (slot == nullptr)
+         return nullptr;
+      place = array.placeOf(*slot);
+      Object* const object = slot->object.load(std::memory_order_acquire);
+      return object != Array::absent() ? object : nullptr;
    }
    // What stands for the key of a slot in an array from which the map may have moved on.
    Object* loadOf(Array const& array, Slot const& slot) const noexcept {

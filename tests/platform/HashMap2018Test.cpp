@@ -1,5 +1,6 @@
 #include "vane/HashMap2018.h"
 
+#include "fathom/String.h"
 #include "tests/support/CountedRecord.h"
 #include "tests/support/Random.h"
 #include "vane/Epoch.h"
@@ -325,6 +326,54 @@ TEST(HashMap2018, PeekFollowsAHandleWithoutAUse) {
    map.walk([](std::uint32_t, Tests::CountedPtr const& record) { EXPECT_EQ(record->userCount(), 1u); });
    map.inspectAll([](std::uint32_t, CountedRecord const& record) { EXPECT_EQ(record.userCount(), 1u); });
    EXPECT_EQ(map.peek(2), nullptr);
+}
+
+// A key whose equality can be told from itself, but only of two that share their name.
+struct NamedKey {
+   Fathom::String name;
+   std::uint32_t hash(std::uint32_t seed) const noexcept { return seed + name.hash(); }
+   bool isSame(NamedKey const& other) const noexcept { return name.isSame(other.name); }
+   friend bool operator==(NamedKey const&, NamedKey const&) noexcept = default;
+};
+
+TEST(HashMap2018, PeekTellsWhereAKeyStands) {
+   std::vector<NamedKey> keys;
+   Vane::HashMap2018<NamedKey, std::uint32_t> map;
+   Vane::Pin const pin;
+   decltype(map)::Place place = 0;
+   EXPECT_EQ(map.peek(NamedKey(), place), nullptr);
+   EXPECT_EQ(map.peekNear(NamedKey(), place), nullptr);
+   for (std::uint32_t at = 0; at < 200; ++at) {
+      keys.push_back({Fathom::String(std::to_string(at))});
+      map.set(keys.back(), at);
+   }
+   auto const near = [&](std::uint32_t at) {
+      auto const* const value = map.peekNear(keys[at], place);
+      return value != nullptr && *value == at;
+   };
+   // The keys from the place on, which moves to them, but none that stands before it or far away.
+   for (std::uint32_t const at : {0u, 1u, 1u, 5u, 36u})
+      EXPECT_TRUE(near(at)) << at;
+   EXPECT_FALSE(near(35));
+   EXPECT_FALSE(near(190));
+   EXPECT_TRUE(near(36)) << "the place is where it was";
+   EXPECT_EQ(*map.peek(keys[190], place), 190u);
+   EXPECT_TRUE(near(199));
+   EXPECT_FALSE(near(198)) << "behind the last one there is nothing";
+
+   // Another string of the same text is the same key for all but this.
+   NamedKey const alike{Fathom::String("199")};
+   EXPECT_EQ(map.peekNear(alike, place), nullptr);
+   EXPECT_EQ(*map.peek(alike, place), 199u);
+   map.erase(keys[199]);
+   EXPECT_FALSE(near(199));
+   EXPECT_EQ(map.peek(keys[199], place), nullptr);
+   // A place of a map that has become smaller is nowhere.
+   map.clear();
+   map.set(keys[3], 3);
+   EXPECT_FALSE(near(3));
+   EXPECT_EQ(*map.peek(keys[3], place), 3u);
+   EXPECT_TRUE(near(3));
 }
 
 // The walk in place tells of each object before it shows it, of those in the beginning excepted.
