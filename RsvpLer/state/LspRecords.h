@@ -17,7 +17,8 @@
 // What stands below a sub-tunnel: make-before-break instances, LSP groups (one for each path alternative of an
 // instance), LSP requests (one for each LSP of a group) and the paths they ask for. Records are never changed once a
 // table holds them, but for the errors of a request, which may come and go in place. Bandwidths are in bytes per
-// second, MTUs in bytes.
+// second, MTUs in bytes. What outline() tells of a record is kept by the table beside it, so that a count needn't read
+// the record.
 
 namespace Rsvp {
 
@@ -37,14 +38,24 @@ struct RsvpNextHopInfo {
 };
 
 struct RsvpLerLspGroupStatus : Brindle::Node {
-   // What is counted of every group stands first, as close together as it can.
-   [[no_unique_address]] RsvpLerLspRequestConfigId activeLspRequestConfigId; // carries the traffic; the default: none
+   RsvpLerLspGroupId lspGroupId;
    bool isP2mp = false;
    RsvpLerLspGroupState lspGroupState = RsvpLerLspGroupState::unknown;
-   RsvpLerLspRequestConfigId pendingLspRequestConfigId; // is replacing the active one; the default means none
-   RsvpLerLspGroupId lspGroupId;
    Vane::FlatMap<Lattice::IpGenAddr, RsvpNextHopInfo> nextHop;
-   Vane::Optional<std::uint32_t> pathMtu; // of the signalled path
+   RsvpLerLspRequestConfigId activeLspRequestConfigId;  // carries the traffic; the default means none
+   RsvpLerLspRequestConfigId pendingLspRequestConfigId; // is replacing it; the default means none
+   Vane::Optional<std::uint32_t> pathMtu;               // of the signalled path
+
+   struct Outline {
+      bool isP2mp : 1 = false;
+      bool isUp : 1 = false;
+      bool hasActive : 1 = false;
+      bool hasPending : 1 = false;
+   };
+   Outline outline() const noexcept {
+      bool const isUp = lspGroupState == RsvpLerLspGroupState::up || lspGroupState == RsvpLerLspGroupState::upVerified;
+      return {isP2mp, isUp, bool(activeLspRequestConfigId), bool(pendingLspRequestConfigId)};
+   }
 };
 
 struct RsvpPathWithVersion {

@@ -11,8 +11,8 @@
 #include <cstdint>
 
 // A tunnel: what is configured, what was asked for before it was resolved, and what it does now. Records are never
-// changed once a table holds them; a change is a new record. Bandwidths are in bytes per second. What is counted of
-// every tunnel stands first and together, so that a count reads little.
+// changed once a table holds them; a change is a new record. What outline() tells of one is kept by the table beside
+// it, so that a count needn't read the record. Bandwidths are in bytes per second.
 
 namespace Rsvp {
 
@@ -30,18 +30,18 @@ struct RsvpSessionId {
 };
 
 struct RsvpLerSuperTunnelConfig : Brindle::Node {
-   [[no_unique_address]] RsvpLerPathSpecId secondaryPathSpecId; // the default means none
-   RsvpSessionType sessionType = RsvpSessionType::p2p;
-   bool splitBwEnabled = false; // the tunnel may split its bandwidth over sub-tunnels
    RsvpLerTunnelSpecId tunnelSpecId;
+   RsvpSessionType sessionType = RsvpSessionType::p2p;
    Lattice::IpGenAddr source;
    Vane::FlatSet<Lattice::IpGenAddr> destination; // a P2P tunnel uses the lowest
    Vane::FlatSet<Lattice::IpGenAddr> aliasTeps;   // additional tunnel endpoints
    std::uint32_t metric = 0;
-   bool metricFromIgp = false;          // the metric is the status's igpMetric
-   RsvpLerPathSpecId primaryPathSpecId; // also the tree specification of a P2MP tunnel
+   bool metricFromIgp = false;            // the metric is the status's igpMetric
+   RsvpLerPathSpecId primaryPathSpecId;   // also the tree specification of a P2MP tunnel
+   RsvpLerPathSpecId secondaryPathSpecId; // the default means none
    std::uint64_t configuredBandwidth = 0;
-   std::uint64_t quantum = 0; // of a split; 0 means that the two limits hold instead
+   bool splitBwEnabled = false; // the tunnel may split its bandwidth over sub-tunnels
+   std::uint64_t quantum = 0;   // of a split; 0 means that the two limits hold instead
    std::uint64_t minBandwidth = 0;
    std::uint64_t maxBandwidth = 0;
    Brindle::Duration reductionDelay; // before sub-tunnels are reduced
@@ -57,18 +57,33 @@ struct RsvpLerSuperTunnelConfig : Brindle::Node {
    bool igpShortcut = false;
    std::uint32_t optimizationInterval = 0; // seconds; 0 means disabled
    RsvpLerTunnelProfileState profileState = RsvpLerTunnelProfileState::notSpecified;
+
+   struct Outline {
+      bool isP2mp : 1 = false;
+      bool hasSecondary : 1 = false;
+      bool splitBwEnabled : 1 = false;
+   };
+   Outline outline() const noexcept {
+      return {sessionType != RsvpSessionType::p2p, secondaryPathSpecId != RsvpLerPathSpecId(), splitBwEnabled};
+   }
 };
 
 struct RsvpLerSuperTunnelStatus : Brindle::Node {
    RsvpLerTunnelSpecId tunnelSpecId;
    bool isP2mp = false;
-   RsvpLerTunnelState state = RsvpLerTunnelState::unknown;
    RsvpSessionId sessionId;
+   RsvpLerTunnelState state = RsvpLerTunnelState::unknown;
    Cask::TristateU32 color;
    std::uint64_t currentBandwidth = 0;
    bool split = false; // runs on several sub-tunnels now
    std::uint32_t igpMetric = 0;
    Vane::FlatMap<RsvpDstId, RsvpLspState> subLspState; // of each leaf of a P2MP tunnel
+
+   struct Outline {
+      bool isP2mp : 1 = false;
+      bool isUp : 1 = false;
+   };
+   Outline outline() const noexcept { return {isP2mp, state == RsvpLerTunnelState::up}; }
 };
 
 // The names that the tunnel asks for, which need not be configured.
@@ -95,6 +110,11 @@ struct RsvpLerSubTunnelStatus : Brindle::Node {
    RsvpLerMbbTunnelConfigId pendingMbbTunnelConfigId; // the one that is replacing it; the default means none
    std::uint64_t currentBandwidth = 0;
    std::uint32_t sessionCliId = noSessionCliId;
+
+   struct Outline {
+      bool isUp = false;
+   };
+   Outline outline() const noexcept { return {state == RsvpLerTunnelState::up}; }
 };
 
 } // namespace Rsvp

@@ -11,24 +11,19 @@ namespace Rsvp::Cli {
 
 namespace {
 
-bool isUp(RsvpLerLspGroupState state) {
-   return state == RsvpLerLspGroupState::up || state == RsvpLerLspGroupState::upVerified;
-}
-
 // Asks the memory for what the walk of a collection reads first.
 constexpr auto aheadOfAll = [](auto const& coll) { coll.prefetch(); };
 
 void countConfiguredTunnels(Handle<RsvpLerSuperTunnelConfigColl> const& configs, LerCounts& counts) {
    if (!configs)
       return;
-   auto const ahead = [](RsvpLerSuperTunnelConfig const& config) { __builtin_prefetch(&config.secondaryPathSpecId); };
-   configs->inspectAll(ahead, [&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelConfig const& config) {
-      if (config.sessionType != RsvpSessionType::p2p) {
+   configs->inspectOutlines([&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelConfig::Outline config) {
+      if (config.isP2mp) {
          ++counts.p2mpTunnelCount;
          return;
       }
       ++counts.tunnelCount;
-      if (config.secondaryPathSpecId != RsvpLerPathSpecId())
+      if (config.hasSecondary)
          ++counts.tunnelSecondaryEnabledCount;
       if (config.splitBwEnabled)
          ++counts.splitBwTunnelCount;
@@ -38,9 +33,8 @@ void countConfiguredTunnels(Handle<RsvpLerSuperTunnelConfigColl> const& configs,
 void countTunnelsUp(Handle<RsvpLerSuperTunnelStatusColl> const& statuses, LerCounts& counts) {
    if (!statuses)
       return;
-   auto const ahead = [](RsvpLerSuperTunnelStatus const& status) { __builtin_prefetch(&status.state); };
-   statuses->inspectAll(ahead, [&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelStatus const& status) {
-      if (status.state == RsvpLerTunnelState::up)
+   statuses->inspectOutlines([&](RsvpLerTunnelSpecId const&, RsvpLerSuperTunnelStatus::Outline status) {
+      if (status.isUp)
          ++(status.isP2mp ? counts.p2mpTunnelUpCount : counts.tunnelUpCount);
    });
 }
@@ -60,30 +54,12 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    if (!table)
       return;
    table->inspectAll(aheadOfAll, [&](RsvpLerTunnelSpecId const&, RsvpLerSubTunnelStatusColl const& coll) {
-      coll.inspectAll([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus const& status) {
-         if (id.isSplit() && status.state == RsvpLerTunnelState::up)
+      coll.inspectOutlines([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus::Outline status) {
+         if (id.isSplit() && status.isUp)
             ++counts.subTunnelUpCount;
       });
    });
 }
-
-// Gathers items until they are so many that it pays to ask the memory for what each step with them will read, for all
-// of them before the first.
-template<class Item>
-class Batch {
-public:
-   // Returns whether it is full now.
-   bool add(Item const& item) {
-      items_[size_++] = item;
-      return size_ == items_.size();
-   }
-   // What has been gathered since the last time. It stays until the next item is added.
-   std::span<Item> take() { return {items_.data(), std::exchange(size_, 0)}; }
-
-private:
-   std::array<Item, 32> items_;
-   std::size_t size_ = 0;
-};
 
 // Whether a group carries the traffic of its instance.
 struct SecondaryInUse {
@@ -123,7 +99,9 @@ struct SubLspsOfRequest {
    }
 };
 
-// Questions to another table of tables than the one that is walked, where the records lie far from each other.
+// Questions to another table of tables than the one that is walked, where the records lie far from each other. They are
+// gathered until they are so many that it pays to ask the memory for what each step to the answers will read, for all
+// of them before the first.
 template<class Question, class Table>
 class Questions {
 public:
@@ -146,7 +124,7 @@ public:
       add(question, coll);
    }
    void answer() {
-      std::span<Step> const steps = steps_.take();
+      std::span<Step> const steps(steps_.data(), std::exchange(size_, 0));
       for (Step const& step : steps) {
          if (step.coll == nullptr)
             table_->prefetchCell(step.question.parent());
@@ -181,14 +159,16 @@ private:
    };
 
    void add(Question const& question, Coll const* coll) {
-      if (steps_.add({question, coll, nullptr}))
+      steps_[size_++] = {question, coll, nullptr};
+      if (size_ == steps_.size())
          answer();
    }
 
    Handle<Table> table_;
    LerCounts& counts_;
    typename Table::Place place_ = 0; // where the last answer was
-   Batch<Step> steps_;
+   std::array<Step, 32> steps_;
+   std::size_t size_ = 0;
 };
 
 // Counts the LSPs, which stand in the groups. Under a pin of the caller's.
@@ -202,52 +182,38 @@ public:
       if (!groupTable_ || !mbbTable_)
          return;
       groupTable_->inspectAll(aheadOfAll, [&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
-         groups.inspectAll([&](RsvpLerLspGroupId const& groupKey, RsvpLerLspGroupStatus const& group) {
-            __builtin_prefetch(&group.activeLspRequestConfigId.configId);
-            __builtin_prefetch(&group.pendingLspRequestConfigId.configId);
-            if (groups_.add({&mbbId, &groupKey, &group}))
-               countGroups();
-         });
+         groups.inspectOutlines([&](RsvpLerLspGroupId const& key, RsvpLerLspGroupStatus::Outline outline,
+                                    RsvpLerLspGroupStatus const& group) { countGroup(mbbId, key, outline, group); });
       });
-      countGroups();
       secondaries_.answer();
       subLsps_.answer();
    }
 
 private:
-   struct Group {
-      RsvpLerMbbTunnelConfigId const* mbbId;
-      RsvpLerLspGroupId const* key;
-      RsvpLerLspGroupStatus const* status;
-   };
-
-   void countGroups() {
-      for (Group const& group : groups_.take())
-         countGroup(group);
-   }
-   void countGroup(Group const& group) {
-      RsvpLerLspGroupStatus const& status = *group.status;
-      countRequest(status.activeLspRequestConfigId, status.isP2mp);
-      countRequest(status.pendingLspRequestConfigId, status.isP2mp);
-      if (!isUp(status.lspGroupState))
+   void countGroup(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& key,
+                   RsvpLerLspGroupStatus::Outline outline, RsvpLerLspGroupStatus const& group) {
+      if (outline.hasActive)
+         countRequest(outline, group.activeLspRequestConfigId);
+      if (outline.hasPending)
+         countRequest(outline, group.pendingLspRequestConfigId);
+      if (!outline.isUp)
          return;
-      ++(status.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
+      ++(outline.isP2mp ? counts_.p2mpLspUpCount : counts_.lspUpCount);
       // P2MP groups take part in this just as P2P groups do.
-      if (group.key->groupId != 0)
-         secondaries_.addNear({group.mbbId, group.key});
+      if (key.groupId != 0)
+         secondaries_.addNear({&mbbId, &key});
    }
-   void countRequest(RsvpLerLspRequestConfigId const& id, bool isP2mp) {
-      if (!id)
-         return;
-      ++(isP2mp ? counts_.p2mpLspCount : counts_.lspCount);
-      if (isP2mp)
+   void countRequest(RsvpLerLspGroupStatus::Outline group, RsvpLerLspRequestConfigId const& id) {
+      ++(group.isP2mp ? counts_.p2mpLspCount : counts_.lspCount);
+      if (group.isP2mp) {
+         __builtin_prefetch(&id);
          subLsps_.add({&id});
+      }
    }
 
    Handle<RsvpLerLspGroupStatusCollTable> groupTable_;
    Handle<RsvpLerMbbTunnelStatusCollTable> mbbTable_;
    LerCounts& counts_;
-   Batch<Group> groups_;
    Questions<SecondaryInUse, RsvpLerMbbTunnelStatusCollTable> secondaries_;
    Questions<SubLspsOfRequest, RsvpLerLspRequestStatusCollTable> subLsps_;
 };

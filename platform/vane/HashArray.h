@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vane/Key.h"
+#include "vane/Outline.h"
 #include "vane/Stored.h"
 
 #include <algorithm>
@@ -27,8 +28,11 @@ public:
    using Object = typename Stored<Value>::Object;
 
    struct Slot {
-      Key const key;
-      std::atomic<Object*> object; // absent() when the key has been erased
+      Slot(Key k, Object* o) noexcept : key(std::move(k)), outline(o), object(o) {}
+
+      [[no_unique_address]] Key const key;
+      [[no_unique_address]] KeptOutline<Object> outline; // of the object, or already of the one that replaces it
+      std::atomic<Object*> object;                       // absent() when the key has been erased
    };
 
    // The value of a key that isn't there. Not the null pointer, which is an empty handle.
@@ -124,7 +128,7 @@ public:
    // Takes a new key. There is room.
    void insert(Key key, Object* object) noexcept {
       std::uint32_t const place = used_.load(std::memory_order_relaxed);
-      Slot const* const slot = new (slots() + place) Slot{std::move(key), object};
+      Slot const* const slot = new (slots() + place) Slot(std::move(key), object);
       if (!isSmall())
          lead(keptHash(slot->key), place, object);
       used_.store(place + 1, std::memory_order_release);
@@ -133,6 +137,8 @@ public:
    Object* exchange(Slot& slot, Object* object) noexcept {
       if (!isSmall())
          cellOf(slot).object.store(object, std::memory_order_relaxed);
+      if (object != absent())
+         slot.outline.set(object);
       return slot.object.exchange(object, std::memory_order_acq_rel);
    }
    Slot* search(Key const& key) noexcept { return const_cast<Slot*>(std::as_const(*this).search(key)); }

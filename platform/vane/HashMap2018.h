@@ -202,6 +202,19 @@ public:
    void inspectAll(Body&& body) const {
       inspectAll(&Array::prefetchObject, body);
    }
+   // The same with what the objects' outline() says instead of the objects, which are not read.
+   template<class Body>
+   void inspectOutlines(Body&& body) const {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      std::uint32_t const used = array != nullptr ? array->used() : 0;
+      for (std::uint32_t place = 0; place < used; ++place) {
+         Slot const& slot = (*array)[place];
+         if (Object* const object = loadOf(*array, slot); object != Array::absent()) {
+            BRINDLE_ASSERT(object);
+            body(slot.key, isCurrent(*array) ? slot.outline.get() : object->outline());
+         }
+      }
+   }
 
    // The writer.
 
@@ -263,10 +276,11 @@ private:
       Object* const object = slot->object.load(std::memory_order_acquire);
       return object != Array::absent() ? object : nullptr;
    }
+   bool isCurrent(Array const& array) const noexcept { return array_.load(std::memory_order_acquire) == &array; }
    // What stands for the key of a slot in an array from which the map may have moved on.
    Object* loadOf(Array const& array, Slot const& slot) const noexcept {
       Object* const object = slot.object.load(std::memory_order_acquire);
-      if (object == Array::absent() || array_.load(std::memory_order_acquire) == &array)
+      if (object == Array::absent() || isCurrent(array))
          return object;
       return load(slot.key);
    }

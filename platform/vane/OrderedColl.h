@@ -3,6 +3,7 @@
 #include "brindle/Assert.h"
 #include "vane/Epoch.h"
 #include "vane/Key.h"
+#include "vane/Outline.h"
 #include "vane/Stored.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ template<class Key, class Value>
 class OrderedColl {
    struct Element;
    using Link = std::atomic<Element*>;
+   using Object = typename Stored<Value>::Object;
 
 public:
    // A copy of an element.
@@ -80,7 +82,7 @@ public:
    }
    // What the key's handle points to, or its value in place; nullptr when the key is absent or the handle empty. It is
    // good as long as the collection, and a pin that the caller has taken before.
-   typename Stored<Value>::Object* peek(Key const& key) const noexcept {
+   Object* peek(Key const& key) const noexcept {
       Element const* const element = findElement(key);
       return element != nullptr ? Stored<Value>::peek(element->value) : nullptr;
    }
@@ -105,16 +107,14 @@ public:
    // handle ends the process, as it does wherever one is followed.
    template<class Body>
    void inspectAll(Body&& body) const {
-      std::uint64_t known = version();
-      Element const* element = firstElement();
-      while (element != nullptr) {
-         auto* const object = Stored<Value>::peek(element->value);
-         BRINDLE_ASSERT(object);
-         body(element->key, *object);
-         std::uint64_t const now = version();
-         element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
-         known = now;
-      }
+      inspectElements([&body](Element const& element, Object& object) { body(element.key, object); });
+   }
+   // The same, where body(key, outline, object) is also told what the object's outline() says, and may do without
+   // reading the object.
+   template<class Body>
+   void inspectOutlines(Body&& body) const {
+      inspectElements(
+            [&body](Element const& element, Object& object) { body(element.key, element.outline.get(), object); });
    }
 
    // The writer.
@@ -180,7 +180,8 @@ private:
    // The links of the element follow it, one for each level it stands in.
    struct alignas(Link) Element {
       Element(Key k, Value v, unsigned levels)
-            : key(std::move(k)), height(static_cast<std::uint8_t>(levels)), value(std::move(v)) {}
+            : key(std::move(k)), height(static_cast<std::uint8_t>(levels)), outline(Stored<Value>::peek(v)),
+              value(std::move(v)) {}
 
       Link* links() noexcept { return reinterpret_cast<Link*>(this + 1); }
       Link const* links() const noexcept { return reinterpret_cast<Link const*>(this + 1); }
@@ -188,6 +189,7 @@ private:
 
       [[no_unique_address]] Key const key;
       std::uint8_t const height;
+      [[no_unique_address]] Impl::KeptOutline<Object> const outline;
       [[no_unique_address]] Value const value;
    };
    // The links that a key's place stands behind, for each level those of the last smaller element or of the
@@ -208,6 +210,20 @@ private:
    }
 
    Element const* firstElement() const noexcept { return head_[0].load(std::memory_order_acquire); }
+
+   template<class Body>
+   void inspectElements(Body&& body) const {
+      std::uint64_t known = version();
+      Element const* element = firstElement();
+      while (element != nullptr) {
+         Object* const object = Stored<Value>::peek(element->value);
+         BRINDLE_ASSERT(object);
+         body(*element, *object);
+         std::uint64_t const now = version();
+         element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
+         known = now;
+      }
+   }
 
    // Goes down to the lowest level even when it meets the key above: what stands there is what counts.
    Element const* findElement(Key const& key) const noexcept {

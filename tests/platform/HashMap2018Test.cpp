@@ -398,6 +398,53 @@ TEST(HashMap2018, LooksAheadInOrder) {
    EXPECT_TRUE(std::equal(ahead.rbegin(), ahead.rend(), shown.rbegin()));
 }
 
+// Each body makes some random changes. Whatever they are, the outline that is shown next is that of a record that the
+// map has at that moment.
+TEST(HashMap2018, OutlinesAreThoseOfTheRecordsThatAreThere) {
+   Vane::Pin const pin;
+   for (std::uint32_t const keys : {1u, 3u, 40u}) {
+      for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+         Tests::Random random(seed);
+         Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
+         Model model; // the records' generations
+         std::uint64_t generation = 0;
+         auto const change = [&] {
+            std::uint32_t const key = random.below(keys);
+            switch (random.below(12)) {
+            case 0:
+            case 1:
+            case 2:
+               map.erase(key);
+               model.erase(key);
+               break;
+            case 3:
+               map.reserve(2 * map.size() + 1); // so that the map moves on
+               break;
+            default:
+               map.set(key, countedRecord(key, ++generation));
+               model[key] = generation;
+            }
+         };
+         for (std::uint32_t i = 0; i < 2 * keys; ++i)
+            change();
+         for (int walks = 0; walks < 10; ++walks) {
+            change();
+            map.inspectOutlines([&](std::uint32_t key, std::uint8_t outline) {
+               ASSERT_TRUE(model.contains(key));
+               ASSERT_EQ(outline, CountedRecord::outlineOf(key, model[key])) << "seed " << seed << ", key " << key;
+               for (std::uint32_t i = random.below(4); i > 0; --i)
+                  change();
+            });
+            if (HasFatalFailure())
+               return;
+         }
+         std::size_t shown = 0;
+         map.inspectOutlines([&shown](std::uint32_t, std::uint8_t) { ++shown; });
+         ASSERT_EQ(shown, model.size());
+      }
+   }
+}
+
 // An empty handle is a value like any other: its key is there.
 TEST(HashMap2018, HoldsEmptyHandles) {
    Vane::HashMap2018<std::uint32_t, Tests::CountedPtr> map;
@@ -499,6 +546,7 @@ TEST(HashMap2018DeathTest, AWalkInPlaceFollowsNoEmptyHandle) {
    map.set(1, {});
    Vane::Pin const pin;
    EXPECT_DEATH(map.inspectAll([](std::uint32_t, CountedRecord const&) {}), "assertion failed: object\n");
+   EXPECT_DEATH(map.inspectOutlines([](std::uint32_t, std::uint8_t) {}), "assertion failed: object\n");
 }
 
 TEST(HashMap2018DeathTest, AnIteratorAssertsAtTheEnd) {

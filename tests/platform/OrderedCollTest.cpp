@@ -187,6 +187,24 @@ INSTANTIATE_TEST_SUITE_P(
                                {10, 20, 30, 31}}),
       [](auto const& test) { return std::string(test.param.name); });
 
+TEST(OrderedColl, OutlinesAreThoseOfTheRecordsThatAreThere) {
+   Vane::Pin const pin;
+   Vane::OrderedColl<std::uint32_t, Tests::CountedPtr> coll;
+   for (std::uint32_t key = 0; key < 20; ++key)
+      coll.set(key, countedRecord(key, 1));
+   std::uint32_t next = 0;
+   coll.inspectOutlines([&](std::uint32_t key, std::uint8_t outline, CountedRecord const& record) {
+      ASSERT_EQ(key, next++);
+      std::uint64_t const generation = key % 3 == 1 ? 2 : 1;
+      EXPECT_EQ(outline, CountedRecord::outlineOf(key, generation));
+      EXPECT_TRUE(record.isWhole(key));
+      EXPECT_EQ(record.generation(), generation);
+      if (key % 3 == 0 && key < 19)
+         coll.set(key + 1, countedRecord(key + 1, 2));
+   });
+   EXPECT_EQ(next, 20u);
+}
+
 TEST(OrderedColl, ABodyRunsWithoutAPinAndHoldsCopies) {
    Vane::OrderedColl<std::uint32_t, Tests::CountedPtr> coll;
    for (std::uint32_t key = 0; key < 4; ++key)
@@ -327,6 +345,8 @@ TEST(OrderedCollDeathTest, AWalkInPlaceFollowsNoEmptyHandle) {
    coll.set(1, {});
    Vane::Pin const pin;
    EXPECT_DEATH(coll.inspectAll([](std::uint32_t, CountedRecord const&) {}), "assertion failed: object\n");
+   auto const noBody = [](std::uint32_t, std::uint8_t, CountedRecord const&) {};
+   EXPECT_DEATH(coll.inspectOutlines(noBody), "assertion failed: object\n");
 }
 
 } // namespace

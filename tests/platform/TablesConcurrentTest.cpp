@@ -110,14 +110,26 @@ Round hashMapReader(HashMap const& map, Verdict& verdict) {
       if (random.below(8) != 0)
          return lookUp(map, random, seen, verdict);
       Shown shown(verdict);
-      if (random.below(2) == 0) {
+      switch (random.below(3)) {
+      case 0:
          map.walk([&](std::uint32_t key, CountedPtr const& record) {
             if (key >= keys) // one that only passes
                return;
             shown.show(key);
             seen.see(key, record);
          });
-      } else {
+         break;
+      case 1: {
+         Vane::Pin const pin;
+         map.inspectOutlines([&](std::uint32_t key, std::uint8_t outline) {
+            if (key >= keys)
+               return;
+            shown.show(key);
+            verdict.require(outline % 16 == key % 16, "an outline isn't the record's");
+         });
+         break;
+      }
+      default:
          Vane::Pin const pin;
          map.inspectAll([&](std::uint32_t key, CountedRecord const& record) {
             if (key >= keys)
@@ -442,8 +454,10 @@ TEST_F(TablesConcurrent, TwoWritersOnNestedTables) {
                   Vane::Pin const pin;
                   outer.inspectAll([](Nested const& each) { each.prefetch(); },
                                    [&](std::uint32_t, Nested const& each) {
-                                      each.inspectAll([&](std::uint32_t inner, CountedRecord const& record) {
+                                      each.inspectOutlines([&](std::uint32_t inner, std::uint8_t outline,
+                                                               CountedRecord const& record) {
                                          verdict_.require(record.isWhole(inner), "a record isn't whole");
+                                         verdict_.require(record.outline() == outline, "an outline isn't the record's");
                                       });
                                    });
                }

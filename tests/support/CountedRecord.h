@@ -24,6 +24,11 @@ public:
    std::uint64_t generation() const noexcept { return generation_; }
    // False for a record of another key, one half written and one already destroyed.
    bool isWhole(std::uint32_t key) const noexcept { return key_ == key && check_ == checkOf(key_, generation_); }
+   // Something of the key and something of the generation.
+   static std::uint8_t outlineOf(std::uint32_t key, std::uint64_t generation) noexcept {
+      return static_cast<std::uint8_t>(generation % 16 << 4 | key % 16);
+   }
+   std::uint8_t outline() const noexcept { return outlineOf(key_, generation_); }
    // The number of records that exist.
    static int alive() noexcept { return alive_.load(std::memory_order_relaxed); }
 
