@@ -20,9 +20,10 @@
 // They are plain values, cheap to copy (the name is counted). A default key means that there is none. Order is field by
 // field in declaration order, numbers by value. Equal keys have equal hashes; hash(seed) covers all fields.
 //
-// Tables hold them by the million, so each has its field in what the one before it leaves of its last word. Equality
-// begins with that field, which lies in the key, and ends with the name, which lies elsewhere. isSame() tells from the
-// key alone that two are equal: they share their name too. Equal keys need not.
+// Tables hold them by the million, so each has its field in what the one before it leaves of its last word, where it
+// fits. Equality begins with that field, which lies in the key, and ends with the name, which lies elsewhere. isSame(),
+// which tunnels, path specifications and sub-tunnels have, tells from the keys alone that two are equal: they share
+// their name too. Equal keys need not.
 
 namespace Rsvp {
 

@@ -54,8 +54,8 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    if (!table)
       return;
    table->inspectAll(aheadOfAll, [&](RsvpLerTunnelSpecId const&, RsvpLerSubTunnelStatusColl const& coll) {
-      coll.inspectOutlines([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus::Outline status) {
-         if (id.isSplit() && status.isUp)
+      coll.inspectAll([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus const& status) {
+         if (id.isSplit() && status.state == RsvpLerTunnelState::up)
             ++counts.subTunnelUpCount;
       });
    });
@@ -182,8 +182,8 @@ public:
       if (!groupTable_ || !mbbTable_)
          return;
       groupTable_->inspectAll(aheadOfAll, [&](RsvpLerMbbTunnelConfigId const& mbbId, auto const& groups) {
-         groups.inspectOutlines([&](RsvpLerLspGroupId const& key, RsvpLerLspGroupStatus::Outline outline,
-                                    RsvpLerLspGroupStatus const& group) { countGroup(mbbId, key, outline, group); });
+         groups.inspectAll([&](RsvpLerLspGroupId const& key, RsvpLerLspGroupStatus const& group,
+                               RsvpLerLspGroupStatus::Outline outline) { countGroup(mbbId, key, group, outline); });
       });
       secondaries_.answer();
       subLsps_.answer();
@@ -191,7 +191,7 @@ public:
 
 private:
    void countGroup(RsvpLerMbbTunnelConfigId const& mbbId, RsvpLerLspGroupId const& key,
-                   RsvpLerLspGroupStatus::Outline outline, RsvpLerLspGroupStatus const& group) {
+                   RsvpLerLspGroupStatus const& group, RsvpLerLspGroupStatus::Outline outline) {
       if (outline.hasActive)
          countRequest(outline, group.activeLspRequestConfigId);
       if (outline.hasPending)

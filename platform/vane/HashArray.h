@@ -28,7 +28,7 @@ public:
    using Object = typename Stored<Value>::Object;
 
    struct Slot {
-      Slot(Key k, Object* o) noexcept : key(std::move(k)), outline(o), object(o) {}
+      Slot(Key k, KeptOutline<Object> const& kept, Object* o) noexcept : key(std::move(k)), outline(kept), object(o) {}
 
       [[no_unique_address]] Key const key;
       [[no_unique_address]] KeptOutline<Object> outline; // of the object, or already of the one that replaces it
@@ -88,8 +88,7 @@ public:
       return slot != last ? slot : nullptr;
    }
 
-   // The slot of a key, if it is one of the few from a place on and can be told to be from the keys' own words, or
-   // nullptr.
+   // The slot of a key, if it is among the 32 from a place on and isSame() tells so; else nullptr.
    Slot const* searchNear(Key const& key, std::uint32_t place) const noexcept {
       std::uint32_t const last = std::min(used(), place + 32);
       for (; place < last; ++place) {
@@ -126,9 +125,11 @@ public:
    // Whether there is room for so many keys in all.
    bool holds(std::size_t keys) const noexcept { return keys <= limit(capacity()); }
    // Takes a new key. There is room.
-   void insert(Key key, Object* object) noexcept {
+   void insert(Key key, Object* object) noexcept { insert(std::move(key), KeptOutline<Object>(object), object); }
+   // Takes what another array has of a key, without a look at the object.
+   void insert(Key key, KeptOutline<Object> const& outline, Object* object) noexcept {
       std::uint32_t const place = used_.load(std::memory_order_relaxed);
-      Slot const* const slot = new (slots() + place) Slot(std::move(key), object);
+      Slot const* const slot = new (slots() + place) Slot(std::move(key), outline, object);
       if (!isSmall())
          lead(keptHash(slot->key), place, object);
       used_.store(place + 1, std::memory_order_release);
@@ -137,7 +138,7 @@ public:
    Object* exchange(Slot& slot, Object* object) noexcept {
       if (!isSmall())
          cellOf(slot).object.store(object, std::memory_order_relaxed);
-      if (object != absent())
+      if (object != absent() && object != nullptr)
          slot.outline.set(object);
       return slot.object.exchange(object, std::memory_order_acq_rel);
    }

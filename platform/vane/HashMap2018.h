@@ -125,7 +125,7 @@ public:
    }
    // Where in a map a lookup has found its key. Keys that came one after the other stand side by side.
    using Place = std::uint32_t;
-   // peek(), which sets `place` to where the key stands, and leaves it alone when the key has never been there.
+   // peek(), which sets `place` to where the key stands, and leaves it alone when the key has no place.
    Object* peek(Key const& key, Place& place) const noexcept {
       Array const* const array = array_.load(std::memory_order_acquire);
       return array != nullptr ? peekAt(*array, array->search(key), place) : nullptr;
@@ -202,7 +202,8 @@ public:
    void inspectAll(Body&& body) const {
       inspectAll(&Array::prefetchObject, body);
    }
-   // The same with what the objects' outline() says instead of the objects, which are not read.
+   // The same with what the objects' outline() says in their place, and without look-ahead. An object is read only if
+   // the map has moved on to another array meanwhile.
    template<class Body>
    void inspectOutlines(Body&& body) const {
       Array const* const array = array_.load(std::memory_order_acquire);
@@ -344,7 +345,7 @@ private:
          for (Slot const& slot : *former) {
             Object* const object = slot.object.load(std::memory_order_relaxed);
             if (object != Array::absent())
-               next->insert(slot.key, object);
+               next->insert(slot.key, slot.outline, object);
          }
       }
       array_.store(next, std::memory_order_release);

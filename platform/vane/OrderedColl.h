@@ -103,18 +103,24 @@ public:
    }
 
    // Calls body(key, object) for each element that Vane::orderedWalk would show, with what its handle points to, or
-   // with its value. Both are good as long as the collection, and a pin that the caller has taken before. An empty
-   // handle ends the process, as it does wherever one is followed.
+   // with its value; or body(key, object, outline) if the objects have an outline(), so that body needn't read the
+   // object for it. All are good as long as the collection, and a pin that the caller has taken before. An empty handle
+   // ends the process, as it does wherever one is followed.
    template<class Body>
    void inspectAll(Body&& body) const {
-      inspectElements([&body](Element const& element, Object& object) { body(element.key, object); });
-   }
-   // The same, where body(key, outline, object) is also told what the object's outline() says, and may do without
-   // reading the object.
-   template<class Body>
-   void inspectOutlines(Body&& body) const {
-      inspectElements(
-            [&body](Element const& element, Object& object) { body(element.key, element.outline.get(), object); });
+      std::uint64_t known = version();
+      Element const* element = firstElement();
+      while (element != nullptr) {
+         Object* const object = Stored<Value>::peek(element->value);
+         BRINDLE_ASSERT(object);
+         if constexpr (Impl::Outlined<Object>)
+            body(element->key, *object, element->outline.get());
+         else
+            body(element->key, *object);
+         std::uint64_t const now = version();
+         element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
+         known = now;
+      }
    }
 
    // The writer.
@@ -210,20 +216,6 @@ private:
    }
 
    Element const* firstElement() const noexcept { return head_[0].load(std::memory_order_acquire); }
-
-   template<class Body>
-   void inspectElements(Body&& body) const {
-      std::uint64_t known = version();
-      Element const* element = firstElement();
-      while (element != nullptr) {
-         Object* const object = Stored<Value>::peek(element->value);
-         BRINDLE_ASSERT(object);
-         body(*element, *object);
-         std::uint64_t const now = version();
-         element = now == known ? element->links()[0].load(std::memory_order_acquire) : elementAfter(element->key);
-         known = now;
-      }
-   }
 
    // Goes down to the lowest level even when it meets the key above: what stands there is what counts.
    Element const* findElement(Key const& key) const noexcept {

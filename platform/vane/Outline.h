@@ -6,12 +6,16 @@
 namespace Vane::Impl {
 
 template<class Object>
-concept Outlined = requires(Object const& object) { object.outline(); };
+concept Outlined = requires(Object const& object) {
+   object.outline();
+};
 
 // What a collection keeps of an object beside the pointer to it: what the object's outline() says, some bits that most
 // of those who walk over it are content with. Nothing of an object that has none.
 template<class Object>
 class KeptOutline {
+   static_assert(sizeof(Object) != 0, "it is declared in full, so that every file says the same of its outline");
+
 public:
    explicit KeptOutline(Object const*) noexcept {}
    void set(Object const*) noexcept {}
@@ -24,6 +28,8 @@ public:
 
    // Of no object, it is the default.
    explicit KeptOutline(Object const* object) noexcept : outline_(of(object)) {}
+   KeptOutline(KeptOutline const& other) noexcept : outline_(other.get()) {}
+   KeptOutline& operator=(KeptOutline const&) = delete;
    void set(Object const* object) noexcept { outline_.store(of(object), std::memory_order_relaxed); }
    Outline get() const noexcept { return outline_.load(std::memory_order_relaxed); }
 

@@ -193,7 +193,7 @@ TEST(OrderedColl, OutlinesAreThoseOfTheRecordsThatAreThere) {
    for (std::uint32_t key = 0; key < 20; ++key)
       coll.set(key, countedRecord(key, 1));
    std::uint32_t next = 0;
-   coll.inspectOutlines([&](std::uint32_t key, std::uint8_t outline, CountedRecord const& record) {
+   coll.inspectAll([&](std::uint32_t key, CountedRecord const& record, std::uint8_t outline) {
       ASSERT_EQ(key, next++);
       std::uint64_t const generation = key % 3 == 1 ? 2 : 1;
       EXPECT_EQ(outline, CountedRecord::outlineOf(key, generation));
@@ -344,9 +344,8 @@ TEST(OrderedCollDeathTest, AWalkInPlaceFollowsNoEmptyHandle) {
    Vane::OrderedColl<std::uint32_t, Tests::CountedPtr> coll;
    coll.set(1, {});
    Vane::Pin const pin;
-   EXPECT_DEATH(coll.inspectAll([](std::uint32_t, CountedRecord const&) {}), "assertion failed: object\n");
-   auto const noBody = [](std::uint32_t, std::uint8_t, CountedRecord const&) {};
-   EXPECT_DEATH(coll.inspectOutlines(noBody), "assertion failed: object\n");
+   auto const noBody = [](std::uint32_t, CountedRecord const&, std::uint8_t) {};
+   EXPECT_DEATH(coll.inspectAll(noBody), "assertion failed: object\n");
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "fathom/String.h"
 #include "fathom/ValueMap.h"
 #include "tests/support/Contention.h"
 #include "tests/support/CountedRecord.h"
@@ -14,6 +15,7 @@
 #include <cstdint>
 #include <string>
 #include <thread>
+#include <vector>
 
 // Each container under a writer that never rests and readers that hold what they see against what must be so.
 
@@ -149,6 +151,60 @@ TEST_F(TablesConcurrent, HashMap2018) {
    contend(
          verdict_, [&](Tests::Random& random) { change(map, random, ++generation); },
          [&] { return hashMapReader(map, verdict_); });
+}
+
+// A key that leaves room behind its last field, where the outline stands.
+struct NamedKey {
+   Fathom::String name;
+   std::uint8_t number = 0;
+   std::uint32_t hash(std::uint32_t seed) const noexcept { return seed + name.hash(); }
+   bool isSame(NamedKey const& other) const noexcept { return number == other.number && name.isSame(other.name); }
+   friend bool operator==(NamedKey const&, NamedKey const&) noexcept = default;
+};
+
+TEST_F(TablesConcurrent, HashMap2018OfNamedKeys) {
+   std::vector<NamedKey> named;
+   for (std::uint32_t key = 0; key < keys; ++key)
+      named.push_back({Fathom::String(std::to_string(key)), static_cast<std::uint8_t>(key)});
+   Vane::HashMap2018<NamedKey, CountedPtr> map;
+   std::uint64_t generation = 0;
+   contend(
+         verdict_,
+         [&](Tests::Random& random) {
+            std::uint32_t const key = random.below(keys);
+            switch (random.below(32)) {
+            case 0:
+               map.clear();
+               break;
+            case 1:
+               map.reserve(2 * map.size() + 1);
+               break;
+            case 2:
+            case 3:
+            case 4:
+            case 5:
+               map.erase(named[key]);
+               break;
+            default:
+               map.set(named[key], countedRecord(key, ++generation));
+            }
+         },
+         [&] {
+            return [&](Tests::Random&) {
+               Vane::Pin const pin;
+               map.inspectOutlines([&](NamedKey const& key, std::uint8_t outline) {
+                  verdict_.require(NamedKey(key) == named[key.number], "a key isn't whole");
+                  verdict_.require(outline % 16 == key.number % 16, "an outline isn't the record's");
+               });
+               decltype(map)::Place place = 0;
+               for (std::uint32_t key = 0; key < keys; ++key) {
+                  CountedRecord const* record = map.peekNear(named[key], place);
+                  if (record == nullptr)
+                     record = map.peek(named[key], place);
+                  verdict_.require(record == nullptr || record->isWhole(key), "a record isn't whole");
+               }
+            };
+         });
 }
 
 // Keys that come once and never again use the array up, so that the map moves to another one every few changes.
@@ -452,14 +508,14 @@ TEST_F(TablesConcurrent, TwoWritersOnNestedTables) {
                });
                {
                   Vane::Pin const pin;
-                  outer.inspectAll([](Nested const& each) { each.prefetch(); },
-                                   [&](std::uint32_t, Nested const& each) {
-                                      each.inspectOutlines([&](std::uint32_t inner, std::uint8_t outline,
-                                                               CountedRecord const& record) {
-                                         verdict_.require(record.isWhole(inner), "a record isn't whole");
-                                         verdict_.require(record.outline() == outline, "an outline isn't the record's");
-                                      });
-                                   });
+                  outer.inspectAll(
+                        [](Nested const& each) { each.prefetch(); },
+                        [&](std::uint32_t, Nested const& each) {
+                           each.inspectAll([&](std::uint32_t inner, CountedRecord const& record, std::uint8_t outline) {
+                              verdict_.require(record.isWhole(inner), "a record isn't whole");
+                              verdict_.require(record.outline() == outline, "an outline isn't the record's");
+                           });
+                        });
                }
                Brindle::Ptr<Nested const> const nested = outer.find(random.below(tables));
                if (!nested)

@@ -77,7 +77,27 @@ TEST(Keys, equalKeysOfDifferentStringsAreEqualAndHashAlike) {
    EXPECT_TRUE(RsvpLerTunnelSpecId::isEq(a, b));
    EXPECT_EQ(a.hash(1), b.hash(1));
    EXPECT_NE(a.hash(1), a.hash(2));
+   EXPECT_FALSE(a.isSame(b)) << "they don't share their text";
 }
+
+TEST(Keys, sameKeysShareTheirNameAndEachField) {
+   RsvpLerTunnelSpecId const a = tunnelId("tun1", RsvpLerTunnelSource::cli);
+   RsvpLerTunnelSpecId const otherSource(a.name, RsvpLerTunnelSource::mvpn);
+   RsvpLerTunnelSpecId const otherName = tunnelId("tun2", RsvpLerTunnelSource::cli);
+   EXPECT_TRUE(a.isSame(RsvpLerTunnelSpecId(a)));
+   EXPECT_FALSE(a.isSame(otherSource));
+   EXPECT_FALSE(a.isSame(otherName));
+   RsvpLerSubTunnelConfigId const sub{a, 1};
+   EXPECT_TRUE(sub.isSame({a, 1}));
+   EXPECT_FALSE(sub.isSame({a, 2}));
+   EXPECT_FALSE(sub.isSame({otherSource, 1}));
+   EXPECT_FALSE(sub.isSame({otherName, 1}));
+}
+
+// The tables of a million tunnels hold some thirty million of them.
+static_assert(sizeof(RsvpLerTunnelSpecId) == 16 && sizeof(RsvpLerSubTunnelConfigId) == 16 &&
+              sizeof(RsvpLerMbbTunnelConfigId) == 24 && sizeof(RsvpLerLspGroupId) == 24 &&
+              sizeof(RsvpLerLspRequestConfigId) == 32);
 
 TEST(Keys, oneNameFromTwoSourcesIsTwoTunnels) {
    Router router;

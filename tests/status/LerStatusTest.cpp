@@ -313,6 +313,26 @@ TEST(LerStatus, eachOfManyGroupsCounts) {
    }
 }
 
+// Keys that share their name, as those of a state file do, are looked for beside each other first.
+TEST(LerStatus, secondaryPathsInUseInWhateverOrderTheRecordsCame) {
+   auto const group = [tunnel = tunnelId("t")](std::uint32_t subTunnel) {
+      return RsvpLerLspGroupId{{{tunnel, subTunnel}, 1}, 1};
+   };
+   for (bool const reversed : {false, true}) {
+      Router router;
+      for (std::uint32_t i = 1; i <= 100; ++i)
+         router.mbbTunnelStatus(group(i).mbbTunnelConfigId, i % 2 == 0 ? group(i) : RsvpLerLspGroupId());
+      for (std::uint32_t i = 1; i <= 100; ++i)
+         router.lspGroupStatus(group(reversed ? 101 - i : i),
+                               [](auto& status) { status.lspGroupState = RsvpLerLspGroupState::up; });
+      EXPECT_EQ(counts(router).subTunnelSecondaryInUseCount, 50u);
+      auto const instances = router.status->mbbTunnelStatusCollTable.get();
+      instances->erase(group(40).mbbTunnelConfigId.subTunnelConfigId);
+      instances->set(group(60).mbbTunnelConfigId.subTunnelConfigId, {});
+      EXPECT_EQ(counts(router).subTunnelSecondaryInUseCount, 48u);
+   }
+}
+
 TEST(LerStatus, lspsNeedTheTableOfInstances) {
    Router router;
    addGroup(router, groupId("t", 1), RsvpLerLspGroupState::up, true);
