@@ -23,10 +23,9 @@ struct GroupState {
 GroupState getGroupState(Handle<RsvpLerLspGroupStatus> const& group, RsvpLerLspGroupId const& activeLspGroupId,
                          bool bothInstances) {
    auto const state = group ? group->lspGroupState : RsvpLerLspGroupState::unknown;
-   bool const isUp = state == RsvpLerLspGroupState::up || state == RsvpLerLspGroupState::upVerified;
-   bool const bothRequests = group && group->activeLspRequestConfigId && group->pendingLspRequestConfigId;
-   return {lspGroupStateToString(state), group && group->lspGroupId == activeLspGroupId && isUp,
-           bothRequests || bothInstances};
+   auto const outline = group ? group->outline() : RsvpLerLspGroupStatus::Outline();
+   return {lspGroupStateToString(state), outline.isUp && group->lspGroupId == activeLspGroupId,
+           (outline.hasActive && outline.hasPending) || bothInstances};
 }
 
 void renderStateJson(scrivo::RendererV2* renderer, GroupState const& state) {

@@ -61,19 +61,6 @@ constexpr char const* emptyJson =
       "\"tunnelSecondaryEnabledCount\":0,\"tunnelSecondaryInUseCount\":0,\"optimizationInterval\":0,\"lspCount\":0,"
       "\"lspUpCount\":0,\"p2mpLspCount\":0,\"p2mpLspUpCount\":0,\"p2mpSubLspCount\":0,\"p2mpSubLspUpCount\":0}\n";
 
-TEST(LerStatus, aClientThatHasGoneEndsTheCommandWithOneLine) {
-   Router const router;
-   for (std::uint32_t const format : {textFormat, jsonFormat}) {
-      int ends[2];
-      ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
-      close(ends[1]);
-      testing::internal::CaptureStdout();
-      router.statusCommand()->render(static_cast<std::uint32_t>(ends[0]), format);
-      EXPECT_EQ(testing::internal::GetCapturedStdout(), "exiting client gone\n");
-      close(ends[0]);
-   }
-}
-
 } // namespace
 
 TEST(LerStatus, emptyTables) {
@@ -98,6 +85,19 @@ TEST(LerStatus, emptyHandles) {
    EXPECT_EQ(statusAnswer(router, textFormat), emptyText);
    EXPECT_THAT(statusAnswer(router, jsonFormat),
                testing::StartsWith("{\"localIntf\":\"\",\"localIntfConfigured\":true,\"localIntfIp\":\"0.0.0.0\","));
+}
+
+TEST(LerStatus, aClientThatHasGoneEndsTheCommandWithOneLine) {
+   Router const router;
+   for (std::uint32_t const format : {textFormat, jsonFormat}) {
+      int ends[2];
+      ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+      close(ends[1]);
+      testing::internal::CaptureStdout();
+      router.statusCommand()->render(static_cast<std::uint32_t>(ends[0]), format);
+      EXPECT_EQ(testing::internal::GetCapturedStdout(), "exiting client gone\n");
+      close(ends[0]);
+   }
 }
 
 TEST(LerStatus, aMissingDirectoryEndsTheProcess) {
