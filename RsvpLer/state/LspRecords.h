@@ -25,6 +25,11 @@ namespace Rsvp {
 struct RsvpLerMbbTunnelStatus : Brindle::Node {
    RsvpLerMbbTunnelConfigId mbbTunnelConfigId;
    RsvpLerLspGroupId activeLspGroupId; // carries the traffic of this instance; the default means none
+
+   struct Outline {
+      std::uint8_t activeGroupId = 0; // the last field of the active group's key
+   };
+   Outline outline() const noexcept { return {activeLspGroupId.groupId}; }
 };
 
 struct RsvpLerMbbTunnelConfig : Brindle::Node {

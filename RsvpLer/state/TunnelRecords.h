@@ -110,6 +110,11 @@ struct RsvpLerSubTunnelStatus : Brindle::Node {
    RsvpLerMbbTunnelConfigId pendingMbbTunnelConfigId; // the one that is replacing it; the default means none
    std::uint64_t currentBandwidth = 0;
    std::uint32_t sessionCliId = noSessionCliId;
+
+   struct Outline {
+      bool isUp : 1 = false;
+   };
+   Outline outline() const noexcept { return {state == RsvpLerTunnelState::up}; }
 };
 
 } // namespace Rsvp

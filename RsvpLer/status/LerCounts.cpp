@@ -54,8 +54,8 @@ void countSubTunnelsUp(Handle<RsvpLerSubTunnelStatusCollTable> const& table, Ler
    if (!table)
       return;
    table->inspectAll(aheadOfAll, [&](RsvpLerTunnelSpecId const&, RsvpLerSubTunnelStatusColl const& coll) {
-      coll.inspectAll([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus const& status) {
-         if (id.isSplit() && status.state == RsvpLerTunnelState::up)
+      coll.inspectOutlines([&](RsvpLerSubTunnelConfigId const& id, RsvpLerSubTunnelStatus::Outline status) {
+         if (id.isSplit() && status.isUp)
             ++counts.subTunnelUpCount;
       });
    });
@@ -67,12 +67,15 @@ struct SecondaryInUse {
    RsvpLerLspGroupId const* groupKey;
 
    auto const& parent() const noexcept { return mbbId->subTunnelConfigId; }
-   auto const& key() const noexcept { return *mbbId; }
-   // Where the comparison begins, and with most of them ends.
-   static void lookAhead(RsvpLerMbbTunnelStatus const& status) noexcept {
-      __builtin_prefetch(&status.activeLspGroupId.groupId);
+   static void lookAhead(RsvpLerMbbTunnelStatusColl const&) noexcept {}
+   // Of most the outline tells that another group does.
+   RsvpLerMbbTunnelStatus const* find(RsvpLerMbbTunnelStatusColl const& coll) const noexcept {
+      RsvpLerMbbTunnelStatus const* const status = coll.peekIf(
+            *mbbId, [&](RsvpLerMbbTunnelStatus::Outline of) { return of.activeGroupId == groupKey->groupId; });
+      if (status != nullptr)
+         __builtin_prefetch(&status->activeLspGroupId.groupId);
+      return status;
    }
-   static void lookFurtherAhead(RsvpLerMbbTunnelStatus const&) noexcept {}
    void count(RsvpLerMbbTunnelStatus const& status, LerCounts& counts) const {
       if (status.activeLspGroupId == *groupKey)
          ++(parent().isSplit() ? counts.subTunnelSecondaryInUseCount : counts.tunnelSecondaryInUseCount);
@@ -84,11 +87,14 @@ struct SubLspsOfRequest {
    RsvpLerLspRequestConfigId const* id;
 
    auto const& parent() const noexcept { return id->lspGroupId; }
-   auto const& key() const noexcept { return *id; }
-   static void lookAhead(RsvpLerLspRequestStatus const& status) noexcept { __builtin_prefetch(&status.subLspState); }
-   static void lookFurtherAhead(RsvpLerLspRequestStatus const& status) noexcept {
-      if (!status.subLspState.empty())
-         __builtin_prefetch(&*status.subLspState.begin());
+   static void lookAhead(RsvpLerLspRequestStatusColl const& coll) noexcept {
+      coll.lookAheadToOnly([](RsvpLerLspRequestStatus const& status) { __builtin_prefetch(&status.subLspState); });
+   }
+   RsvpLerLspRequestStatus const* find(RsvpLerLspRequestStatusColl const& coll) const noexcept {
+      RsvpLerLspRequestStatus const* const status = coll.peek(*id);
+      if (status != nullptr && !status->subLspState.empty())
+         __builtin_prefetch(&*status->subLspState.begin());
+      return status;
    }
    void count(RsvpLerLspRequestStatus const& status, LerCounts& counts) const {
       for (auto const& [leaf, state] : status.subLspState) {
@@ -137,13 +143,10 @@ public:
          if (step.coll == nullptr)
             step.coll = table_->peek(step.question.parent(), place_);
          if (step.coll != nullptr)
-            step.coll->lookAheadToOnly(&Question::lookAhead);
+            Question::lookAhead(*step.coll);
       }
-      for (Step& step : steps) {
-         step.record = step.coll != nullptr ? step.coll->peek(step.question.key()) : nullptr;
-         if (step.record != nullptr)
-            Question::lookFurtherAhead(*step.record);
-      }
+      for (Step& step : steps)
+         step.record = step.coll != nullptr ? step.question.find(*step.coll) : nullptr;
       for (Step const& step : steps) {
          if (step.record != nullptr)
             step.question.count(*step.record, counts_);

@@ -116,6 +116,10 @@ public:
       __builtin_prefetch(&slot.object); // which may lie in the next line
       prefetch(cell.object.load(std::memory_order_relaxed));
    }
+   void prefetchFirst() const noexcept {
+      __builtin_prefetch(this);
+      __builtin_prefetch(slots() + 2);
+   }
    // Asks for two lines of an object, for whoever can't say what of it will be read.
    static void prefetchObject(Object const& object) noexcept { prefetch(&object); }
 

@@ -136,6 +136,14 @@ public:
       Array const* const array = array_.load(std::memory_order_acquire);
       return array != nullptr ? peekAt(*array, array->searchNear(key, place), place) : nullptr;
    }
+   // peek() of a key whose object's outline() is as wanted(outline) says; nullptr of any other, without a look at the
+   // object.
+   template<class Wanted>
+   Object* peekIf(Key const& key, Wanted&& wanted) const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      Slot const* const slot = array != nullptr ? array->search(key) : nullptr;
+      return slot != nullptr && wanted(slot->outline.get()) ? objectOf(*slot) : nullptr;
+   }
    bool contains(Key const& key) const noexcept {
       Pin const pin;
       return load(key) != Array::absent();
@@ -168,6 +176,12 @@ public:
          withObject(*array->begin(), ahead);
    }
    void prefetchOnlyObject() const noexcept { lookAheadToOnly(&Array::prefetchObject); }
+   // And for one that has or had more: asks for where its keys stand. Both under a pin of the caller's.
+   void prefetchFirst() const noexcept {
+      Array const* const array = array_.load(std::memory_order_acquire);
+      if (array != nullptr && !isOwn(array))
+         array->prefetchFirst();
+   }
 
    Iterator begin() const noexcept { return Iterator(*this); }
    std::default_sentinel_t end() const noexcept { return {}; }
@@ -274,7 +288,11 @@ private:
       if (slot == nullptr)
          return nullptr;
       place = array.placeOf(*slot);
-      Object* const object = slot->object.load(std::memory_order_acquire);
+      return objectOf(*slot);
+   }
+   // nullptr when the key has been erased, too.
+   static Object* objectOf(Slot const& slot) noexcept {
+      Object* const object = slot.object.load(std::memory_order_acquire);
       return object != Array::absent() ? object : nullptr;
    }
    bool isCurrent(Array const& array) const noexcept { return array_.load(std::memory_order_acquire) == &array; }

@@ -441,6 +441,13 @@ TEST(HashMap2018, OutlinesAreThoseOfTheRecordsThatAreThere) {
          std::size_t shown = 0;
          map.inspectOutlines([&shown](std::uint32_t, std::uint8_t) { ++shown; });
          ASSERT_EQ(shown, model.size());
+         for (std::uint32_t key = 0; key < keys; ++key) {
+            auto const isOfModel = [&](std::uint8_t outline) {
+               return model.contains(key) && outline == CountedRecord::outlineOf(key, model[key]);
+            };
+            ASSERT_EQ(map.peekIf(key, isOfModel), map.peek(key)) << "seed " << seed << ", key " << key;
+            ASSERT_EQ(map.peekIf(key, std::not_fn(isOfModel)), nullptr) << "seed " << seed << ", key " << key;
+         }
       }
    }
 }

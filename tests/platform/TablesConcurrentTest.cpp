@@ -202,6 +202,8 @@ TEST_F(TablesConcurrent, HashMap2018OfNamedKeys) {
                   if (record == nullptr)
                      record = map.peek(named[key], place);
                   verdict_.require(record == nullptr || record->isWhole(key), "a record isn't whole");
+                  record = map.peekIf(named[key], [key](std::uint8_t outline) { return outline % 16 == key % 16; });
+                  verdict_.require(record == nullptr || record->isWhole(key), "a record isn't whole");
                }
             };
          });

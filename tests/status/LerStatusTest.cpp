@@ -290,6 +290,19 @@ TEST(LerStatus, secondaryPathsInUse) {
       }
 }
 
+// The keys have to be equal as a whole, not only where most of them differ.
+TEST(LerStatus, aSecondaryPathOfAnotherInstanceIsNotInUse) {
+   RsvpLerLspGroupId const group = groupId("t", 1);
+   for (auto const& other : {groupId("u", 1), groupId("t", 1, 2), groupId("t", 1, 1, 3)}) {
+      Router router;
+      addGroup(router, group, RsvpLerLspGroupState::up, false);
+      router.mbbTunnelStatus(group.mbbTunnelConfigId, other);
+      EXPECT_EQ(counts(router).tunnelSecondaryInUseCount, 0u) << other;
+      router.mbbTunnelStatus(group.mbbTunnelConfigId, group);
+      EXPECT_EQ(counts(router).tunnelSecondaryInUseCount, 1u) << other;
+   }
+}
+
 // Records that lie far from each other are looked up many at a time: none is lost at the end of a batch.
 TEST(LerStatus, eachOfManyGroupsCounts) {
    for (std::uint32_t const tunnels : {1u, 31u, 32u, 33u, 64u, 65u, 100u}) {
