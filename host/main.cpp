@@ -191,6 +191,12 @@ ExitStatus runWords(std::vector<std::string> const& words) {
 
 } // namespace Host
 
+// Read by jemalloc: pages that are free go back to the system at once, and don't stay with the thread of the answer
+// that they were for.
+extern "C" {
+char const* malloc_conf = "dirty_decay_ms:0";
+}
+
 int main(int argc, char** argv) {
    std::signal(SIGPIPE, SIG_IGN);
    return static_cast<int>(Host::runWords({argv + (argc > 0 ? 1 : 0), argv + argc}));

@@ -4,7 +4,6 @@
 #include "host/server/Server.h"
 
 #include <fcntl.h>
-#include <malloc.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -41,11 +40,6 @@ private:
    struct sigaction beforeInt_;
 };
 
-// A large block goes back to the system with the answer it was for, and doesn't stay with the thread.
-void giveLargeBlocksBack() {
-   mallopt(M_MMAP_THRESHOLD, 256 * 1024);
-}
-
 // The show commands say on standard output when a client has gone. A pipe or terminal that nobody reads would make
 // them wait.
 void keepStandardOutputFromBlocking() {
@@ -60,7 +54,6 @@ void keepStandardOutputFromBlocking() {
 } // namespace
 
 void serve(ServeRequest const& request, RouterState state) {
-   giveLargeBlocksBack();
    CommandModule const module;
    keepStandardOutputFromBlocking();
    Server server({request.socketPath, static_cast<mode_t>(request.mode), request.clientTimeout, request.maxClients},

@@ -1,6 +1,7 @@
 """Runs a server and asks it, as processes.  usage: serve.py PATH_OF_LERSHOW [--sanitized]"""
 
 import contextlib
+import json
 import os
 import pty
 import signal
@@ -237,6 +238,20 @@ class Serving(unittest.TestCase):
                 self.assertTrue(answer.endswith("\n"))
             wait_for(lambda: server.descriptors() <= descriptors, "the descriptors")
             self.assertLessEqual(server.resident() - size, 2048)
+
+    @unittest.skipIf(SANITIZED, "a sanitizer keeps memory")
+    def test_state_after_state_in_the_same_memory(self):
+        state = synth(2000)
+        load = json.dumps({"load": json.loads(state)}).encode() + b"\n"
+        with Server(state=state) as server, socket.socket(socket.AF_UNIX) as agent:
+            agent.connect(server.path)
+            agent.sendall(b"feed\n")
+            for i in range(8):
+                agent.sendall(load)
+                self.assertEqual(agent.recv(1 << 16), b"ok\n")
+                if i == 0:
+                    size = server.resident()
+            self.assertLessEqual(server.resident() - size, 8192)
 
 
 class Watching(unittest.TestCase):

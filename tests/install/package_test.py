@@ -31,7 +31,7 @@ class Package(unittest.TestCase):
 
         self.assertEqual(field("Package"), "rsvp-show")
         depends = field("Depends")
-        for library in ("libc6", "libstdc++6", "libsimdjson"):
+        for library in ("libc6", "libstdc++6", "libsimdjson", "libjemalloc2"):
             self.assertIn(library, depends)
         self.assertNotIn("RsvpLer", depends)
 
