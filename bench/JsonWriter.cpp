@@ -9,6 +9,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <memory_resource>
+#include <string_view>
 #include <vector>
 
 // One document of 20,000 tunnels from plain values, by each writer.
@@ -17,17 +19,50 @@ namespace Bench {
 
 namespace {
 
-using Document = std::vector<TunnelValues>;
-
-Document gatherAll(Rsvp::Cli::ShowRsvpLerTunnel const& command) {
-   ListedTunnels const tunnels = listedTunnels(command);
-   Document document;
-   for (auto const* ids : {&tunnels.p2p, &tunnels.p2mp}) {
-      for (Rsvp::RsvpLerTunnelSpecId const& id : *ids)
-         gather(command, id, document.emplace_back());
+// The values of all tunnels, in memory in the order in which they are written: what is measured is how they are
+// written, and not how long they take to come from wherever the records lie.
+class Document {
+public:
+   explicit Document(Rsvp::Cli::ShowRsvpLerTunnel const& command) {
+      ListedTunnels const tunnels = listedTunnels(command);
+      tunnels_.reserve(tunnels.p2p.size() + tunnels.p2mp.size());
+      for (auto const* ids : {&tunnels.p2p, &tunnels.p2mp}) {
+         for (Rsvp::RsvpLerTunnelSpecId const& id : *ids) {
+            TunnelValues values;
+            gather(command, id, values);
+            tunnels_.push_back(values);
+            keepTexts(tunnels_.back());
+         }
+      }
    }
-   return document;
-}
+   auto begin() const noexcept { return tunnels_.begin(); }
+   auto end() const noexcept { return tunnels_.end(); }
+
+private:
+   void keepTexts(TunnelValues& values) {
+      keep(values.name);
+      keep(values.profile);
+      keepTexts(values.own);
+      for (SubTunnelValues& subTunnel : values.subTunnels)
+         keepTexts(subTunnel);
+   }
+   void keepTexts(SubTunnelValues& values) {
+      for (PathValues* path : {&values.primary, &values.secondary}) {
+         keep(path->specName);
+         keep(path->intfName);
+      }
+   }
+   void keep(std::string_view& text) {
+      if (text.empty())
+         return;
+      auto* const copy = static_cast<char*>(texts_.allocate(text.size(), 1));
+      std::memcpy(copy, text.data(), text.size());
+      text = {copy, text.size()};
+   }
+
+   std::vector<TunnelValues> tunnels_;
+   std::pmr::monotonic_buffer_resource texts_;
+};
 
 template<class Out>
 void writeTunnels(Out& out, Document const& document) {
@@ -62,7 +97,7 @@ std::string rendererText(Document const& document) {
 Rows jsonWriter() {
    auto const router = synthRouter(20'000);
    auto const command = router->tunnelCommand();
-   Document const document = gatherAll(*command);
+   Document const document(*command);
    std::string const text = rendererText(document);
 
    RapidJsonPeer rapid;
