@@ -39,6 +39,7 @@ public:
    auto end() const noexcept { return tunnels_.end(); }
 
 private:
+   // Those of the records; the words of the vocabulary stand side by side anyway.
    void keepTexts(TunnelValues& values) {
       keep(values.name);
       keep(values.profile);

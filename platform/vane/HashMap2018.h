@@ -176,7 +176,7 @@ public:
          withObject(*array->begin(), ahead);
    }
    void prefetchOnlyObject() const noexcept { lookAheadToOnly(&Array::prefetchObject); }
-   // And for one that has or had more: asks for where its keys stand. Both under a pin of the caller's.
+   // For a map that has or had more: asks the memory for where its first keys stand.
    void prefetchFirst() const noexcept {
       Array const* const array = array_.load(std::memory_order_acquire);
       if (array != nullptr && !isOwn(array))

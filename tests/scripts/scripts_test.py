@@ -49,8 +49,8 @@ touch "$2/current" """,
 
 
 PACKAGES = {"g++", "cmake", "ninja-build", "libgtest-dev", "libgmock-dev", "libsimdjson-dev", "libcli11-dev",
-            "libjemalloc-dev", "nlohmann-json3-dev", "python3", "python3-jsonschema", "clang-format", "pkgconf", "dpkg-dev", "mandoc",
-            "socat"}
+            "libjemalloc-dev", "nlohmann-json3-dev", "python3", "python3-jsonschema", "clang-format", "pkgconf",
+            "dpkg-dev", "mandoc", "socat"}
 
 
 class Sandbox(unittest.TestCase):
