@@ -39,12 +39,16 @@ Requests activeRequests(Cli::ShowRsvpLerTunnel const& command) {
    return requests;
 }
 
-// The next index comes out of the record just found, which holds an id always.
+// The next index is counted up by what the record just found holds. The compiler doesn't know that this is 1: of
+// a comparison it would make a branch, which the processor foretells, and the lookups would overlap.
 template<class Find>
 std::size_t walk(Requests const& requests, Find const& find) {
    std::size_t at = 0;
-   while (at < requests.size())
-      at += find(requests[at])->lspId.hasValue() ? 1 : requests.size();
+   while (at < requests.size()) {
+      std::size_t step = find(requests[at])->lspId.hasValue();
+      benchmark::DoNotOptimize(step);
+      at += step;
+   }
    return at;
 }
 
@@ -59,9 +63,10 @@ Rows oneLookup() {
       peer.emplace(request, command->getLspRequestStatus(request));
    auto const findOurs = [&](RsvpLerLspRequestConfigId const& id) { return command->getLspRequestStatus(id); };
    auto const findPeer = [&](RsvpLerLspRequestConfigId const& id) { return peer.find(id)->second; };
-   for (RsvpLerLspRequestConfigId const& request : requests)
+   for (RsvpLerLspRequestConfigId const& request : requests) {
       require(findOurs(request) && findOurs(request) == findPeer(request), "the two maps differ");
-   require(walk(requests, findOurs) == requests.size(), "the walk ends early");
+      require(findOurs(request)->lspId.hasValue(), "a request has no LSP id: the walk would stand still");
+   }
 
    std::vector<double> const seconds = measure({
          {"table",
