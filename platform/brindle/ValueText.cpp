@@ -6,10 +6,14 @@ namespace Brindle {
 
 namespace {
 
+bool needsBackslash(char c) noexcept {
+   return c == '\'' || c == '\\';
+}
+
 String quoted(String const& text) {
    String result = "'";
    for (char const c : text) {
-      if (c == '\'' || c == '\\')
+      if (needsBackslash(c))
          result += '\\';
       result += c;
    }
@@ -32,9 +36,11 @@ bool appendNumber(String& text, GenericValue const& value) {
 String readQuoted(Vane::CharRange& text) {
    String result;
    while (!text.skip("'")) {
-      text.skip("\\");
+      bool const escaped = text.skip("\\");
       if (text.empty())
          failAt(text, "the text ends before its closing quote");
+      if (escaped && !needsBackslash(text.rest().front()))
+         failAt(text, "a backslash stands before a character that needs none");
       result += text.take();
    }
    return result;

@@ -8,7 +8,7 @@
 
 // The text form of reflected values: each attribute as <name='text'>, or <name=1> for a number, one behind the other
 // with "_" between them. A quote and a backslash in a text have a backslash before them; every other byte stands as it
-// is.
+// is, so that a value has one form.
 
 namespace Brindle {
 

@@ -28,8 +28,7 @@ std::string encoded(ShowRsvpLerTunnelFilter const& filter) {
 int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
    std::string_view const text = Fuzz::textOf(data, size);
    try {
-      ShowRsvpLerTunnelFilter const filter = decoded(text);
-      Fuzz::require(decoded(encoded(filter)) == filter, "a filter survives its text");
+      Fuzz::require(encoded(decoded(text)) == text, "a text survives its filter");
    } catch (Brindle::Exception const& error) {
       Fuzz::require(Fuzz::isPlainLine(error.what()), "the complaint is one line");
    }

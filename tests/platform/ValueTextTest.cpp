@@ -74,6 +74,7 @@ TEST(ValueText, whatCanNotBeRead) {
          {"<a=1>", "expected <a='...'> at character 3"},
          {"<a='t", "the text ends before its closing quote at character 6"},
          {"<a='t\\", "the text ends before its closing quote at character 7"},
+         {"<a='t\\u'>", "a backslash stands before a character that needs none at character 7"},
          {"<a='t'", "expected > behind a at character 7"},
          {"<a='t'>_", "unexpected text behind the value at character 8"},
    };
