@@ -124,6 +124,13 @@ class BuildAndRunTest(Sandbox):
         self.assertEqual((status, out), (0, ""))
         self.assertEqual(err, "build: building build/release\ncmake says this\nninja says this\n")
 
+    def test_a_preset_that_is_not_there_is_refused_and_leaves_nothing(self):
+        for preset in ("nosuch", "--help"):
+            with self.subTest(preset):
+                self.assertEqual(self.run_script("build", preset),
+                                 (2, "", f"build: there is no preset {preset}; CMakePresets.json has them\n", []))
+                self.assertFalse((self.root / "build" / preset).exists())
+
     def test_a_tool_that_went_missing_is_installed_and_the_build_tried_again(self):
         self.run_script("run")
         (self.build / "current").unlink()
@@ -179,6 +186,12 @@ class BuildAndRunTest(Sandbox):
         (self.build / "current").unlink()
         (self.build / "broken").touch()
         self.assertEqual(self.run_script("package")[::3], (1, ["ninja lershow"]))
+
+    def test_bless_of_a_case_that_is_not_there(self):
+        for case in ("nosuch", "--help"):
+            with self.subTest(case):
+                self.assertEqual(self.run_script("bless", case),
+                                 (2, "", f"bless: there is no case {case} in tests/golden\n", []))
 
     def test_bless_is_refused_in_ci(self):
         self.environment["CI"] = "1"
