@@ -33,8 +33,8 @@ namespace Host {
 
 namespace {
 
-void complain(std::string const& message) {
-   std::fprintf(stderr, "lershow: %s\n", message.c_str());
+void complain(std::string_view message) {
+   std::fprintf(stderr, "lershow: %s\n", inOneLine(message).c_str());
 }
 
 ExitStatus writeFailed(int error) {
@@ -100,7 +100,7 @@ ExitStatus askAndShow(ViewRequest const& request) {
    std::string const line = requestLine(request);
    catchInterrupt();
    return watch(request.source.watchInterval,
-                [&] { return askServer(request.source.socketPath, line, request.format); });
+                [&] { return askServer(request.source.socketPath, line, request.format, mayBeEmpty(request)); });
 }
 
 // A file is read again each time that it is shown.

@@ -12,6 +12,11 @@ bool isBlank(char c) noexcept {
    return c == ' ' || c == '\t' || c == '\r';
 }
 
+// Whether a backslash between double quotes is left out before the character.
+bool isEscaped(char c) noexcept {
+   return c == '"' || c == '\\' || c == '$' || c == '`';
+}
+
 // Reads one line word by word.
 class WordReader {
 public:
@@ -54,7 +59,7 @@ private:
          char c = next();
          if (c == quote)
             return;
-         if (quote == '"' && c == '\\' && !rest_.empty() && (rest_.front() == '"' || rest_.front() == '\\'))
+         if (quote == '"' && c == '\\' && !rest_.empty() && isEscaped(rest_.front()))
             c = next();
          word += c;
       }
@@ -120,6 +125,14 @@ std::string requestLine(ShowTunnelRequest const& request) {
 
 std::string requestLine(ShowStatusRequest const& request) {
    return "status" + formatOption(request.format);
+}
+
+bool mayBeEmpty(ShowTunnelRequest const& request) noexcept {
+   return request.format == Format::text && !request.summary;
+}
+
+bool mayBeEmpty(ShowStatusRequest const&) noexcept {
+   return false;
 }
 
 } // namespace Host

@@ -26,4 +26,8 @@ ViewRequest parseViewRequest(std::string_view line);
 std::string requestLine(ShowTunnelRequest const& request);
 std::string requestLine(ShowStatusRequest const& request);
 
+// Whether the whole answer may have no byte: a text view without headings, of tunnels that aren't there.
+bool mayBeEmpty(ShowTunnelRequest const& request) noexcept;
+bool mayBeEmpty(ShowStatusRequest const& request) noexcept;
+
 } // namespace Host

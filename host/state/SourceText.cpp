@@ -73,11 +73,15 @@ std::string printable(std::string_view part, std::size_t limit) {
    return result;
 }
 
-std::string shownFileName(std::string_view name) {
+std::string inOneLine(std::string_view text) {
    std::string result;
-   for (char const c : name == "-" ? std::string_view("standard input") : name)
+   for (char const c : text)
       appendByte(result, c, isControl(c));
    return result;
+}
+
+std::string shownFileName(std::string_view name) {
+   return inOneLine(name == "-" ? "standard input" : name);
 }
 
 std::string lineAndColumn(std::string_view text, std::size_t position) {

@@ -13,6 +13,9 @@ namespace Host {
 // behind `limit` bytes.
 std::string printable(std::string_view part, std::size_t limit = 60);
 
+// The text with its control characters as \xNN.
+std::string inOneLine(std::string_view text);
+
 // A file's name as it stands in a message: "standard input" for "-", control characters as \xNN.
 std::string shownFileName(std::string_view name);
 

@@ -110,7 +110,7 @@ class Asking(unittest.TestCase):
 
     def test_answer_that_breaks_off(self):
         for answer, words in ((b"Tunnel a\n   Sour", ["tunnel"]), (b'{"tunnels":{"a":{\n', ["tunnel", "--json"]),
-                              (b"", ["tunnel", "--json"])):
+                              (b"", ["tunnel", "--json"]), (b"", ["status"]), (b"", ["tunnel", "--summary"])):
             with self.subTest(answer), tempfile.TemporaryDirectory() as directory, socket.socket(socket.AF_UNIX) as door:
                 door.bind(directory + "/socket")
                 door.listen()

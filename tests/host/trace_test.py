@@ -153,6 +153,8 @@ class Faults(Trace):
         missing = str(self.directory / "no" / "trace")
         self.assertEqual(self.fault("status", "--trace", missing),
                          f"cannot write the trace file {missing}: No such file or directory")
+        self.assertEqual(self.fault("tunnel", "--trace", "/no/such\n/file"),
+                         "cannot write the trace file /no/such\\x0a/file: No such file or directory")
         self.assertEqual(self.fault("tunnel", "--trace", str(self.directory)),
                          f"cannot write the trace file {self.directory}: it is not a regular file")
         self.assertEqual(self.fault("tunnel", "--trace", "/dev/null"),
