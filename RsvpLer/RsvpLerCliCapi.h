@@ -88,7 +88,7 @@ public:
    Handle<RsvpLerStatehubStatus> rsvpLerStatus;
    Handle<RsvpLerFathomStatus> rsvpLerFathomStatus;
 
-   // ---- Widths of the summary tables, in characters.
+   // ---- Widths of the summary tables, in bytes.
    // Each starts as the length of its heading. A listing only ever raises them, and they stay raised.
 
    std::uint8_t tunnelNameWidth = 11;
