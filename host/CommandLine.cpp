@@ -160,10 +160,8 @@ CLI::App const* commandInNeed(CLI::App const& app) {
    failUsage("there is no command '" + words.front() + "', only " + listed(app, "and"));
 }
 
-// The calls of a server are its own. The options may stand before the command or behind it.
-TraceRequest readTrace(CLI::App const& app, CLI::App const& command, Values const& values) {
-   if (app.count("--trace") + command.count("--trace") > 1)
-      failUsage("give --trace once");
+// The calls of a server are its own.
+TraceRequest readTrace(Values const& values) {
    if (values.connect && (values.traceFile || values.traceText))
       failUsage("--trace and --trace-text don't go with --connect");
    return {readFileName("--trace", values.traceFile), values.traceText};
@@ -236,14 +234,14 @@ Request readRequest(CLI::App& app, std::vector<std::string> const& words) {
    if (tunnel.parsed()) {
       values.tunnel.format = readFormat(values);
       values.tunnel.source = readSource(values);
-      values.tunnel.trace = readTrace(app, tunnel, values);
+      values.tunnel.trace = readTrace(values);
       checkViews(values.tunnel);
       return values.tunnel;
    }
    if (status.parsed()) {
       values.status.format = readFormat(values);
       values.status.source = readSource(values);
-      values.status.trace = readTrace(app, status, values);
+      values.status.trace = readTrace(values);
       return values.status;
    }
    if (app.count("--trace") + app.count("--trace-text") != 0)

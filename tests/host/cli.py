@@ -50,7 +50,6 @@ class CommandLine(unittest.TestCase):
                  "give one view instead of --summary, --history (only --detail goes with --history)", "lershow tunnel"),
                 (["tunnel", "a", "b"], "the following argument was not expected: b", "lershow tunnel"),
                 (["status", "--format", "yaml"], "--format takes text or json, not 'yaml'", "lershow status"),
-                (["--trace", "a", "status", "--trace", "b"], "give --trace once", "lershow status"),
                 (["state", "check"], "FILE is required", "lershow state check"),
                 (["schema"], "schema takes tunnel or status", "lershow schema"),
                 (["schema", "state"], "schema takes tunnel or status", "lershow schema"),
