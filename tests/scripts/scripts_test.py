@@ -3,6 +3,7 @@
 Each test works in a copy of scripts/, so it neither builds the project nor touches its build directories.
 """
 
+import json
 import os
 import shutil
 import subprocess
@@ -123,6 +124,13 @@ class BuildAndRunTest(Sandbox):
         status, out, err, _ = self.run_script("build", "release")
         self.assertEqual((status, out), (0, ""))
         self.assertEqual(err, "build: building build/release\ncmake says this\nninja says this\n")
+
+    def test_every_preset_can_be_built(self):
+        presets = json.loads((SCRIPTS.parent / "CMakePresets.json").read_text())["configurePresets"]
+        for preset in (preset["name"] for preset in presets if not preset.get("hidden")):
+            with self.subTest(preset):
+                self.assertEqual(self.run_script("build", preset)[0], 0)
+                self.assertTrue((self.root / "build" / preset / "current").exists())
 
     def test_a_preset_that_is_not_there_is_refused_and_leaves_nothing(self):
         for preset in ("nosuch", "--help"):
